@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+
+/// Makes the window look the same on every desktop as on its home platform, where a point is a
+/// pixel and the window grows with the screen's scale by itself.
+///
+/// Make one before QApplication: Qt reads these settings from the environment only. A setting that
+/// the user has made already stays as it is.
+class Desktop
+{
+public:
+    Desktop();
+
+    /// Takes back what the constructor added to the environment, so that child processes do not
+    /// inherit it. Call it once the window is shown; Qt has read everything by then.
+    void restoreEnvironment();
+
+private:
+    QList<QByteArray> m_added;
+};

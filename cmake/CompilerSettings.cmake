@@ -1,0 +1,29 @@
+# SPDX-License-Identifier: MIT
+# What the presets switch on; a plain build by a packager gets none of it.
+
+option(FW_UPDATE_STRICT "Treat our own warnings as errors" OFF)
+option(FW_UPDATE_SANITIZE "Check addresses, undefined behaviour and leaks at run time" OFF)
+option(FW_UPDATE_HARDEN "Harden the program against exploitation" OFF)
+
+if(FW_UPDATE_STRICT)
+    add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
+                        -Wold-style-cast -Wnon-virtual-dtor -Werror)
+endif()
+
+if(FW_UPDATE_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(FW_UPDATE_HARDEN)
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    set(CMAKE_SKIP_RPATH ON)
+    add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    if(NOT APPLE)
+        add_compile_options(-fstack-clash-protection)
+        add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack -Wl,--as-needed)
+    endif()
+endif()

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/NinePatchPainter_p.h"
+
+NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int left, int top,
+                                                 int right, int bottom, bool horizontalStretch,
+                                                 bool verticalStretch)
+    : m_left(left)
+    , m_top(top)
+    , m_right(right)
+    , m_bottom(bottom)
+    , m_horizontalStretch(horizontalStretch)
+    , m_verticalStretch(verticalStretch)
+{
+    const QList<QRect> sources = calculateNinePatchRects(picture.rect(), left, top, right, bottom);
+    for (int i = 0; i < kPieceCount; ++i) {
+        m_pieces.at(static_cast<std::size_t>(i)) = picture.copy(sources.at(i));
+    }
+}
+
+QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect, int left, int top,
+                                                              int right, int bottom) const
+{
+    const int middleWidth = rect.width() - left - right;
+    const int middleHeight = rect.height() - top - bottom;
+    const int rightX = rect.width() - right;
+    const int bottomY = rect.height() - bottom;
+    return {
+        QRect(0, bottomY, left, bottom), //
+        QRect(0, top, left, middleHeight), //
+        QRect(0, 0, left, top), //
+        QRect(left, 0, middleWidth, top), //
+        QRect(rightX, 0, right, top), //
+        QRect(rightX, top, right, middleHeight), //
+        QRect(rightX, bottomY, right, bottom), //
+        QRect(left, bottomY, middleWidth, bottom), //
+        QRect(left, top, middleWidth, middleHeight), //
+    };
+}
+
+QPixmap NinePatchPainterPrivate::scalePixmap(const QPixmap &picture, const QSize &size) const
+{
+    // QPixmap::scaled would warn about a null picture, and the kit never reports one.
+    if (picture.isNull()) {
+        return {};
+    }
+    return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
