@@ -44,6 +44,7 @@ HidNode::~HidNode()
 {
     g_signal_handlers_disconnect_matched(m_handler, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr,
                                          this);
+    const std::lock_guard lock(m_mutex); // one that is being served has to end first
     g_object_unref(m_handler);
 }
 
@@ -87,14 +88,12 @@ int HidNode::onWrite(UMockdevIoctlBase * /*base*/, UMockdevIoctlClient *client, 
     auto *const node = static_cast<HidNode *>(self);
     const UMockdevIoctlData *const data = umockdev_ioctl_client_get_arg(client);
     const QByteArray bytes(reinterpret_cast<const char *>(data->data), data->data_len);
-    {
-        const std::lock_guard lock(node->m_mutex);
-        if (node->m_writeFails) {
-            umockdev_ioctl_client_complete(client, -1, EIO);
-            return TRUE;
-        }
-        node->m_reports.append(bytes);
+    const std::lock_guard lock(node->m_mutex);
+    if (node->m_writeFails) {
+        umockdev_ioctl_client_complete(client, -1, EIO);
+        return TRUE;
     }
+    node->m_reports.append(bytes);
     node->m_onWrite(bytes);
     umockdev_ioctl_client_complete(client, bytes.size(), 0);
     return TRUE;
