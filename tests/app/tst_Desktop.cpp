@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "app/Desktop.h"
+#include "tests/app/WindowParts.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QtTest>
+
+#include <iostream>
+
+/// Qt reads the desktop's settings once per process, so each case is a process of its own: this
+/// program, started again with kReport, goes through the program's start and says what came of it.
+static const char *const kReport = "--report";
+
+static int report(int argc, char *argv[])
+{
+    const QStringList before = QProcess::systemEnvironment();
+    Desktop desktop;
+    const bool scales = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication application(argc, argv);
+    MainWindow window;
+    window.show();
+    desktop.restoreEnvironment();
+
+    const QFontMetrics metrics(WindowParts::statusLabel(window)->font());
+    QJsonObject result;
+    result["environmentKept"] = QProcess::systemEnvironment() == before;
+    result["scales"] = scales;
+    result["pixelsPerPoint"]
+        = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
+    result["headingWidth"] = metrics.horizontalAdvance("Firmware Upgrade");
+    result["longestStatusWidth"]
+        = metrics.horizontalAdvance("Upgrading, please do not plug or unplug the device!");
+    std::cout << QJsonDocument(result).toJson().constData();
+    return 0;
+}
+
+class tst_Desktop : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void start_data();
+    void start();
+};
+
+void tst_Desktop::start_data()
+{
+    QTest::addColumn<QStringList>("settings");
+    QTest::addColumn<bool>("pointIsPixel");
+    QTest::addColumn<bool>("scales");
+
+    QTest::newRow("nothing set") << QStringList() << true << true;
+    QTest::newRow("user sets the font resolution")
+        << QStringList{"QT_FONT_DPI=96"} << false << true;
+    QTest::newRow("user switches scaling off")
+        << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << true << false;
+    QTest::newRow("user switches scaling off the old way")
+        << QStringList{"QT_AUTO_SCREEN_SCALE_FACTOR=0"} << true << false;
+    QTest::newRow("user sets a factor") << QStringList{"QT_SCALE_FACTOR=1"} << true << false;
+    QTest::newRow("user sets a factor per screen")
+        << QStringList{"QT_SCREEN_SCALE_FACTORS=1"} << true << false;
+    QTest::newRow("user sets both")
+        << QStringList{"QT_FONT_DPI=96", "QT_SCALE_FACTOR=1"} << false << false;
+}
+
+void tst_Desktop::start()
+{
+    QFETCH(QStringList, settings);
+    QFETCH(bool, pointIsPixel);
+    QFETCH(bool, scales);
+
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("QT_FONT_DPI");
+    for (const QString &setting : settings) {
+        environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
+    }
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationFilePath(), {kReport});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    const QJsonObject result = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
+
+    QVERIFY(result["environmentKept"].toBool());
+    QCOMPARE(result["scales"].toBool(), scales);
+    QCOMPARE(qFuzzyCompare(result["pixelsPerPoint"].toDouble(), 1.0), pointIsPixel);
+    // At 96 dpi the heading overruns its 160 pixels; what the user has set stays all the same.
+    QCOMPARE(result["headingWidth"].toInt() <= 160, pointIsPixel);
+    QCOMPARE(result["longestStatusWidth"].toInt() <= 430, pointIsPixel);
+}
+
+int main(int argc, char *argv[])
+{
+    if (argc > 1 && qstrcmp(argv[1], kReport) == 0) {
+        return report(argc, argv);
+    }
+    QCoreApplication application(argc, argv);
+    tst_Desktop test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_Desktop.moc"
