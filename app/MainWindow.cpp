@@ -21,12 +21,6 @@
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
-    , m_process(nullptr)
-    , m_timer(nullptr)
-    , m_progressCount(0)
-    , m_dragAreaHeight(90)
-    , m_dragOffset(0, 0)
-    , m_dragging(false)
 {
     ui->setupUi(this);
     init_ui();

@@ -67,10 +67,10 @@ private:
     CustomProgressBar *m_progressBar = nullptr;
     // These two have no parent: the tool's process lives until the next upgrade begins, the timer
     // until success. What is left when the window goes is left alone.
-    QProcess *m_process;
-    QTimer *m_timer;
-    int m_progressCount;
-    int m_dragAreaHeight;
+    QProcess *m_process = nullptr;
+    QTimer *m_timer = nullptr;
+    int m_progressCount = 0;
+    int m_dragAreaHeight = 90;
     QPoint m_dragOffset;
-    bool m_dragging;
+    bool m_dragging = false;
 };
