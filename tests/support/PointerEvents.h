@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QMouseEvent>
+#include <QObject>
+
+/// What the pointer does to a button, as rows of a table of tests.
+namespace PointerEvents {
+
+Q_NAMESPACE
+
+enum Action { Enter, Leave, LeftPress, LeftRelease, RightPress, RightRelease };
+Q_ENUM_NS(Action)
+
+constexpr Action kAllActions[] = {Enter, Leave, LeftPress, LeftRelease, RightPress, RightRelease};
+
+/// Opens the handlers of a button: Qt delivers no mouse event to a disabled widget, so only a
+/// direct call shows whether a handler looks at the enabled flag itself.
+template <class Button> class Open : public Button
+{
+public:
+    using Button::Button;
+    using Button::enterEvent;
+    using Button::leaveEvent;
+    using Button::mousePressEvent;
+    using Button::mouseReleaseEvent;
+};
+
+/// Calls the handler for \a action directly, with the pointer at \a position in the button.
+template <class Button>
+void call(Open<Button> &button, Action action, const QPoint &position = QPoint(1, 1))
+{
+    QEvent crossing(action == Enter ? QEvent::Enter : QEvent::Leave);
+    const bool press = action == LeftPress || action == RightPress;
+    const bool left = action == LeftPress || action == LeftRelease;
+    const Qt::MouseButton mouseButton = left ? Qt::LeftButton : Qt::RightButton;
+    QMouseEvent click(press ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, position,
+                      mouseButton, press ? mouseButton : Qt::NoButton, Qt::NoModifier);
+    switch (action) {
+    case Enter:
+        button.enterEvent(&crossing);
+        break;
+    case Leave:
+        button.leaveEvent(&crossing);
+        break;
+    case LeftPress:
+    case RightPress:
+        button.mousePressEvent(&click);
+        break;
+    case LeftRelease:
+    case RightRelease:
+        button.mouseReleaseEvent(&click);
+        break;
+    }
+}
+
+/// Sends an enter or leave event the way Qt does when the pointer crosses the button's edge.
+inline void cross(QObject &button, Action action)
+{
+    QEvent event(action == Enter ? QEvent::Enter : QEvent::Leave);
+    QCoreApplication::sendEvent(&button, &event);
+}
+
+} // namespace PointerEvents
