@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/ImageButton.h"
+
+#include "widgets/PixmapStrip.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+ImageButton::ImageButton(QWidget *parent)
+    : QPushButton(parent)
+{
+    setCursor(Qt::PointingHandCursor);
+    setStyleSheet("QPushButton {border:0px solid #000000; border-radius:0px;}");
+    show();
+}
+
+void ImageButton::setPixmap(QString path)
+{
+    const QVector<QPixmap> frames = PixmapStrip::load(path, 4);
+    m_statePixmaps = {frames.at(0), frames.at(1), frames.at(2), frames.at(3)};
+}
+
+void ImageButton::enterEvent(QEvent * /*event*/)
+{
+    if (!isEnabled()) {
+        return;
+    }
+    m_pointer.enter();
+    update();
+}
+
+void ImageButton::leaveEvent(QEvent * /*event*/)
+{
+    if (!isEnabled()) {
+        return;
+    }
+    m_pointer.leave();
+    update();
+}
+
+void ImageButton::mousePressEvent(QMouseEvent *event)
+{
+    if (!isEnabled() || event->button() != Qt::LeftButton) {
+        return;
+    }
+    m_pointer.press();
+    update();
+}
+
+void ImageButton::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (!isEnabled() || event->button() != Qt::LeftButton) {
+        return;
+    }
+    m_pointer.release();
+    update();
+    // The base class has seen no press, so it would never click. Where the pointer is does not
+    // matter, on purpose.
+    emit clicked(false);
+}
+
+void ImageButton::paintEvent(QPaintEvent * /*event*/)
+{
+    constexpr std::size_t kDisabled = 3;
+
+    QPainter painter(this);
+    const std::size_t index = isEnabled() ? static_cast<std::size_t>(m_pointer.state) : kDisabled;
+    PixmapStrip::draw(painter, QPoint(0, 0), m_statePixmaps.at(index));
+}

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "widgets/PointerState.h"
+
+#include <QPixmap>
+#include <QPushButton>
+
+#include <array>
+
+/// A push button that is nothing but a picture.
+///
+/// The picture is a strip of four frames of equal width: normal, hover, pressed, disabled. The
+/// frame is drawn unscaled at the top left; text and icon are ignored. The geometry comes from the
+/// caller, never from the picture, and the button shows itself on construction.
+///
+/// It clicks by itself: each release of the left mouse button that reaches it emits
+/// `clicked(false)`, wherever the pointer is by then. The mouse neither presses it down nor toggles
+/// it, so `pressed` and `released` are not emitted for the mouse.
+class ImageButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    explicit ImageButton(QWidget *parent = nullptr);
+
+    /// Loads the strip at \a path (a file or a resource). An unreadable picture paints as nothing.
+    /// Does not repaint.
+    void setPixmap(QString path);
+
+protected:
+    void enterEvent(QEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    // Normal, hover, pressed, disabled.
+    std::array<QPixmap, 4> m_statePixmaps;
+    PointerState m_pointer;
+};
