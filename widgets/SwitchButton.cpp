@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "widgets/SwitchButton.h"
+
+#include "widgets/PixmapStrip.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+SwitchButton::SwitchButton(QWidget *parent)
+    : QPushButton(parent)
+{
+    setCursor(Qt::PointingHandCursor);
+    show();
+}
+
+void SwitchButton::setPixmap(QString onPath, QString offPath)
+{
+    const QVector<QPixmap> on = PixmapStrip::load(onPath, 4);
+    m_onPixmaps = {on.at(0), on.at(1), on.at(2), on.at(3)};
+    const QVector<QPixmap> off = PixmapStrip::load(offPath, 4);
+    m_offPixmaps = {off.at(0), off.at(1), off.at(2), off.at(3)};
+}
+
+void SwitchButton::setCheck(bool check)
+{
+    m_checked = check;
+    update();
+}
+
+bool SwitchButton::isCheck() const
+{
+    return m_checked;
+}
+
+// None of the handlers looks at the enabled flag, on purpose.
+void SwitchButton::enterEvent(QEvent * /*event*/)
+{
+    m_pointer.enter();
+    update();
+}
+
+void SwitchButton::leaveEvent(QEvent * /*event*/)
+{
+    m_pointer.leave();
+    update();
+}
+
+void SwitchButton::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    // On the press and not on the click, on purpose: the position changes even without a click.
+    m_checked = !m_checked;
+    m_pointer.press();
+    update();
+    QPushButton::mousePressEvent(event);
+}
+
+void SwitchButton::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    m_pointer.release();
+    update();
+    QPushButton::mouseReleaseEvent(event);
+}
+
+void SwitchButton::paintEvent(QPaintEvent * /*event*/)
+{
+    QPainter painter(this);
+    const std::array<QPixmap, 4> &pixmaps = m_checked ? m_onPixmaps : m_offPixmaps;
+    PixmapStrip::draw(painter, QPoint(0, 0), pixmaps.at(static_cast<std::size_t>(m_pointer.state)));
+}
