@@ -7,32 +7,36 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iterator>
 
 namespace {
-
-/// How much of \a ink covers \a ground in a channel: 0 none, 1 all.
-double coverage(int ink, int ground, int seen)
-{
-    return static_cast<double>(seen - ground) / (ink - ground);
-}
 
 /// The share of ink in one pixel, or a negative number if it is no mix of the two colours.
 double inkShare(QRgb ink, QRgb ground, QRgb seen)
 {
-    const int inks[] = {qRed(ink), qGreen(ink), qBlue(ink)};
-    const int grounds[] = {qRed(ground), qGreen(ground), qBlue(ground)};
-    const int seens[] = {qRed(seen), qGreen(seen), qBlue(seen)};
-    constexpr double kRounding = 3;
-    double share = 0;
-    for (int i = 0; i < 3; ++i) {
-        if (std::abs(inks[i] - grounds[i]) > kRounding) {
-            share = std::max(share, coverage(inks[i], grounds[i], seens[i]));
-        }
+    if (seen == ground) {
+        return 0;
     }
-    for (int i = 0; i < 3; ++i) {
-        const double expected = grounds[i] + share * (inks[i] - grounds[i]);
-        if (std::abs(expected - seens[i]) > kRounding) {
+    using Channels = std::array<int, 3>;
+    const Channels grounds{qRed(ground), qGreen(ground), qBlue(ground)};
+    const Channels seens{qRed(seen), qGreen(seen), qBlue(seen)};
+    const Channels steps{qRed(ink) - grounds[0], qGreen(ink) - grounds[1], qBlue(ink) - grounds[2]};
+
+    // The channel in which the two colours lie furthest apart measures the share best.
+    const auto widest = static_cast<std::size_t>(
+        std::distance(steps.begin(), std::max_element(steps.begin(), steps.end(), [](int a, int b) {
+                          return std::abs(a) < std::abs(b);
+                      })));
+    if (steps.at(widest) == 0) {
+        return -1;
+    }
+    const double share
+        = static_cast<double>(seens.at(widest) - grounds.at(widest)) / steps.at(widest);
+    constexpr double kRounding = 4;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (std::abs(grounds.at(i) + share * steps.at(i) - seens.at(i)) > kRounding) {
             return -1;
         }
     }
