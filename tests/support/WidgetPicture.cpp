@@ -54,7 +54,7 @@ QImage WidgetPicture::canvas(const QSize &size, QRgb ground)
 
 QImage WidgetPicture::of(QWidget &widget, QRgb ground)
 {
-    QImage picture = canvas(widget.size(), ground);
+    QImage picture = canvas(widget.size().expandedTo(QSize(1, 1)), ground);
     widget.render(&picture, QPoint(), QRegion(), QWidget::DrawChildren);
     return picture;
 }

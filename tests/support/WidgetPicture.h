@@ -18,7 +18,7 @@ constexpr QRgb kGround = 0xffff00ff;
 /// An empty picture of the size of a widget, to paint what is expected.
 QImage canvas(const QSize &size, QRgb ground = kGround);
 
-/// Lets \a widget paint over \a ground, in its own size.
+/// Lets \a widget paint over \a ground, in its own size but at least one pixel.
 QImage of(QWidget &widget, QRgb ground = kGround);
 
 /// canvas(\a size) with \a picture at \a topLeft, cut off at the edges.

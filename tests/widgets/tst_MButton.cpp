@@ -7,6 +7,7 @@
 #include "tests/support/PointerEvents.h"
 #include "tests/support/RepaintCounter.h"
 #include "tests/support/StripedPicture.h"
+#include "tests/support/WarningCatcher.h"
 #include "tests/support/WidgetPicture.h"
 #include "widgets/NinePatchPainter.h"
 
@@ -46,6 +47,7 @@ QImage stretched(const QSize &size, const QImage &picture, int border)
     const NinePatchPainter patches(QPixmap::fromImage(picture), border, border, border, border,
                                    true, true);
     patches.paint(&painter, QRect(QPoint(0, 0), size), border, border, border, border);
+    painter.end();
     return canvas;
 }
 
@@ -267,6 +269,7 @@ void tst_MButton::borderCanBeChanged()
 void tst_MButton::paintsOnlyTheTextOfAnUnreadablePicture()
 {
     for (const int border : {0, 4}) {
+        WarningCatcher warnings;
         MButton button(nullptr);
         button.resize(100, 40);
         button.setPixmap(StripedPicture::save(m_folder, kStrip), border);
@@ -276,6 +279,7 @@ void tst_MButton::paintsOnlyTheTextOfAnUnreadablePicture()
         QCOMPARE(WidgetPicture::of(button, kBlack), empty);
         button.setText("OK");
         QVERIFY(WidgetPicture::isWrittenIn(kWhite, empty, WidgetPicture::of(button, kBlack)));
+        QCOMPARE(warnings.take(), QStringList());
     }
 }
 
