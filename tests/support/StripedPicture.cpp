@@ -26,7 +26,7 @@ QImage paintWith(const QSize &size, int blue)
 
 QString saveAs(const QTemporaryDir &folder, const QString &prefix, const QImage &picture)
 {
-    const QString path = folder.filePath(
+    QString path = folder.filePath(
         QString("%1-%2x%3.png").arg(prefix).arg(picture.width()).arg(picture.height()));
     if (!picture.save(path)) {
         qFatal("cannot save a test picture");

@@ -32,8 +32,13 @@ constexpr Borders kAllFive{kBorder, kBorder, kBorder, kBorder};
 
 NinePatchPainter makePainter(const QImage &picture, Borders borders)
 {
-    return NinePatchPainter(QPixmap::fromImage(picture), borders.left, borders.top, borders.right,
-                            borders.bottom, true, true);
+    return {QPixmap::fromImage(picture),
+            borders.left,
+            borders.top,
+            borders.right,
+            borders.bottom,
+            true,
+            true};
 }
 
 QImage painted(const QImage &picture, Borders source, const QRect &target, Borders borders,
