@@ -1,11 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/Testbed.h"
-#include "tests/app/DirectedTool.h"
-#include "tests/app/EventWatch.h"
-#include "tests/app/Journal.h"
-#include "tests/app/WindowParts.h"
+#include "tests/app/UpgradeStage.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -14,8 +10,6 @@
 #include <atomic>
 #include <memory>
 #include <thread>
-
-using namespace WindowParts;
 
 namespace {
 
@@ -57,20 +51,11 @@ private slots:
 private:
     void installChmod(const QByteArray &script);
     QStringList chmodCalls() const;
-    void addPort(const QString &node = kPort) { m_testbed->addSerialPort(m_usbPath, node); }
-    void click() { QTest::mouseClick(upgradeButton(*m_window), Qt::LeftButton); }
-    QString status() const { return statusLabel(*m_window)->text(); }
-    bool canClick() const { return upgradeButton(*m_window)->isEnabled(); }
 
     QByteArray m_searchPath;
     QString m_workingDirectory;
     std::unique_ptr<QTemporaryDir> m_bin;
-    std::unique_ptr<Testbed> m_testbed;
-    QString m_usbPath;
-    std::unique_ptr<DirectedTool> m_tool;
-    std::unique_ptr<EventWatch> m_watch;
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<Journal> m_journal;
+    std::unique_ptr<UpgradeStage> m_stage;
 };
 
 void tst_UpgradeSequence::init()
@@ -81,24 +66,12 @@ void tst_UpgradeSequence::init()
     installChmod("PATH=${PATH#*:} exec chmod \"$@\"\n");
     qputenv("PATH", m_bin->path().toLocal8Bit() + ':' + m_searchPath);
 
-    m_testbed = std::make_unique<Testbed>();
-    m_usbPath = m_testbed->addUsbDevice({0x1234, 0x5678, "Bootloader", "1"});
-    m_tool = std::make_unique<DirectedTool>();
-    m_watch = std::make_unique<EventWatch>();
-    m_window = std::make_unique<MainWindow>();
-    m_window->show();
-    m_journal = std::make_unique<Journal>(statusLabel(*m_window));
+    m_stage = std::make_unique<UpgradeStage>();
 }
 
 void tst_UpgradeSequence::cleanup()
 {
-    m_journal.reset();
-    m_tool.reset();
-    QCoreApplication::processEvents();
-    m_watch->deleteAll();
-    m_window.reset();
-    m_watch.reset();
-    m_testbed.reset();
+    m_stage.reset();
     m_bin.reset();
     qputenv("PATH", m_searchPath);
     QDir::setCurrent(m_workingDirectory);
@@ -124,63 +97,65 @@ QStringList tst_UpgradeSequence::chmodCalls() const
 
 void tst_UpgradeSequence::deviceInItsBootloader()
 {
-    const QString usb = m_testbed->addUsbDevice({0x7F3C, 0x0C51, "Device", "2"});
-    const QString hid = m_testbed->addHidInterface(usb, {0xFF31, 0x74, {}, {}});
-    addPort();
+    const QString usb = m_stage->testbed->addUsbDevice({0x7F3C, 0x0C51, "Device", "2"});
+    const QString hid = m_stage->testbed->addHidInterface(usb, {0xFF31, 0x74, {}, {}});
+    m_stage->addPort();
     QElapsedTimer clock;
     clock.start();
-    click();
+    m_stage->click();
     QVERIFY(clock.elapsed() < 2000); // no wait
-    QCOMPARE(m_testbed->reports(hid), QList<QByteArray>()); // no report
-    QCOMPARE(m_journal->statusTexts(), QStringList({kStart, kInitialised, kFound, kRunning}));
-    QVERIFY(!canClick());
-    QCOMPARE(filledPixels(*m_window), 0);
-    QTRY_COMPARE(m_tool->starts(), 1);
-    QTRY_COMPARE(m_watch->timers.size(), 1);
+    QCOMPARE(m_stage->testbed->reports(hid), QList<QByteArray>()); // no report
+    QCOMPARE(m_stage->journal->statusTexts(),
+             QStringList({kStart, kInitialised, kFound, kRunning}));
+    QVERIFY(!m_stage->canClick());
+    QCOMPARE(m_stage->filledPixels(), 0);
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    QTRY_COMPARE(m_stage->watch->timers.size(), 1);
 }
 
 void tst_UpgradeSequence::deviceInItsApplication()
 {
-    const QString usb = m_testbed->addUsbDevice({0x7F3C, 0x0C51, "Device", "2"});
-    const QString hid = m_testbed->addHidInterface(usb, {0xFF31, 0x74, {}, {}});
-    const QString keyboard = m_testbed->addHidInterface(usb, {0x01, 0x06, {}, {}});
+    const QString usb = m_stage->testbed->addUsbDevice({0x7F3C, 0x0C51, "Device", "2"});
+    const QString hid = m_stage->testbed->addHidInterface(usb, {0xFF31, 0x74, {}, {}});
+    const QString keyboard = m_stage->testbed->addHidInterface(usb, {0x01, 0x06, {}, {}});
     std::atomic_bool reported{false};
-    m_testbed->setReportHandler([&](const QString &, const QByteArray &) { reported = true; });
+    m_stage->testbed->setReportHandler(
+        [&](const QString &, const QByteArray &) { reported = true; });
     std::thread device([&] {
         while (!reported) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
-        addPort(); // while the window waits
+        m_stage->addPort(); // while the window waits
     });
     QElapsedTimer clock;
     clock.start();
-    click();
+    m_stage->click();
     device.join();
     QVERIFY(clock.elapsed() >= 2000);
-    QCOMPARE(m_testbed->reports(hid).size(), 1);
-    QCOMPARE(m_testbed->reports(hid).first(), QByteArray("\xAA\xBB") + QByteArray(62, '\0'));
-    QCOMPARE(m_testbed->reports(keyboard), QList<QByteArray>());
-    QCOMPARE(m_journal->statusTexts(),
+    QCOMPARE(m_stage->testbed->reports(hid).size(), 1);
+    QCOMPARE(m_stage->testbed->reports(hid).first(), QByteArray("\xAA\xBB") + QByteArray(62, '\0'));
+    QCOMPARE(m_stage->testbed->reports(keyboard), QList<QByteArray>());
+    QCOMPARE(m_stage->journal->statusTexts(),
              QStringList({kStart, kInitialised, kNotFound, kFound, kRunning}));
-    QVERIFY(!canClick());
-    QTRY_COMPARE(m_tool->starts(), 1);
-    QCOMPARE(m_tool->arguments().last(), QString(kPort));
+    QVERIFY(!m_stage->canClick());
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    QCOMPARE(m_stage->tool->arguments().last(), QString(kPort));
 }
 
 void tst_UpgradeSequence::noDevice()
 {
     QElapsedTimer clock;
     clock.start();
-    click();
+    m_stage->click();
     QVERIFY(clock.elapsed() >= 2000);
-    QCOMPARE(m_journal->statusTexts(), QStringList({kStart, kInitialised, kNotFound}));
-    QVERIFY(canClick());
-    QCOMPARE(filledPixels(*m_window), 0);
-    QCOMPARE(m_journal->logLines().size(), 2); // chmod's, and no tick's
+    QCOMPARE(m_stage->journal->statusTexts(), QStringList({kStart, kInitialised, kNotFound}));
+    QVERIFY(m_stage->canClick());
+    QCOMPARE(m_stage->filledPixels(), 0);
+    QCOMPARE(m_stage->journal->logLines().size(), 2); // chmod's, and no tick's
     QTest::qWait(100); // a timer would have ticked, a process been noticed
-    QCOMPARE(m_watch->timers.size(), 0);
-    QCOMPARE(m_watch->processes.size(), 0);
-    QCOMPARE(m_tool->starts(), 0);
+    QCOMPARE(m_stage->watch->timers.size(), 0);
+    QCOMPARE(m_stage->watch->processes.size(), 0);
+    QCOMPARE(m_stage->tool->starts(), 0);
 }
 
 void tst_UpgradeSequence::portComesWithoutTrigger()
@@ -188,12 +163,12 @@ void tst_UpgradeSequence::portComesWithoutTrigger()
     // Nobody takes the report, and the sequence goes on all the same.
     std::thread device([this] {
         std::this_thread::sleep_for(std::chrono::milliseconds(1000));
-        addPort();
+        m_stage->addPort();
     });
-    click();
+    m_stage->click();
     device.join();
-    QCOMPARE(status(), QString(kRunning));
-    QTRY_COMPARE(m_tool->starts(), 1);
+    QCOMPARE(m_stage->status(), QString(kRunning));
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
 }
 
 void tst_UpgradeSequence::choosesThePort_data()
@@ -217,26 +192,27 @@ void tst_UpgradeSequence::choosesThePort()
     QFETCH(QString, chosen);
 
     for (const QString &port : ports) {
-        addPort(port);
+        m_stage->addPort(port);
     }
-    click();
+    m_stage->click();
     if (chosen.isEmpty()) {
-        QCOMPARE(status(), QString(kNotFound));
-        QVERIFY(canClick());
+        QCOMPARE(m_stage->status(), QString(kNotFound));
+        QVERIFY(m_stage->canClick());
         return;
     }
-    QTRY_COMPARE(m_tool->starts(), 1);
-    QCOMPARE(m_tool->arguments().last(), chosen);
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    QCOMPARE(m_stage->tool->arguments().last(), chosen);
 }
 
 void tst_UpgradeSequence::startsTheToolWithSixArguments()
 {
-    addPort();
-    click();
-    QTRY_COMPARE(m_tool->starts(), 1);
+    m_stage->addPort();
+    m_stage->click();
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
     const QString package = QCoreApplication::applicationDirPath() + "/dfu.zip";
-    QCOMPARE(m_tool->arguments(), QStringList({"dfu", "usb-serial", "-pkg", package, "-p", kPort}));
-    QCOMPARE(m_tool->workingDirectory(), QDir::currentPath());
+    QCOMPARE(m_stage->tool->arguments(),
+             QStringList({"dfu", "usb-serial", "-pkg", package, "-p", kPort}));
+    QCOMPARE(m_stage->tool->workingDirectory(), QDir::currentPath());
 }
 
 void tst_UpgradeSequence::makesTheToolExecutable_data()
@@ -254,13 +230,13 @@ void tst_UpgradeSequence::makesTheToolExecutable()
     QVERIFY(QFile::setPermissions(DirectedTool::path(), plain));
     QDir::setCurrent(inApplicationDirectory ? QCoreApplication::applicationDirPath()
                                             : m_bin->path());
-    addPort();
-    click();
+    m_stage->addPort();
+    m_stage->click();
     QCOMPARE(chmodCalls(), QStringList(QDir::currentPath() + "|+x ./nrfutil-mac"));
     QCOMPARE(QFileInfo(DirectedTool::path()).isExecutable(), inApplicationDirectory);
-    QCOMPARE(status(), QString(kRunning));
+    QCOMPARE(m_stage->status(), QString(kRunning));
     if (inApplicationDirectory) {
-        QTRY_COMPARE(m_tool->starts(), 1);
+        QTRY_COMPARE(m_stage->tool->starts(), 1);
     }
 }
 
@@ -278,84 +254,83 @@ void tst_UpgradeSequence::carriesOnWhateverChmodDoes()
     QFETCH(QByteArray, script);
 
     installChmod(script);
-    addPort();
-    click();
-    QCOMPARE(m_journal->statusTexts(), QStringList({kStart, kInitialised, kFound, kRunning}));
-    QTRY_COMPARE(m_tool->starts(), 1);
+    m_stage->addPort();
+    m_stage->click();
+    QCOMPARE(m_stage->journal->statusTexts(),
+             QStringList({kStart, kInitialised, kFound, kRunning}));
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
 }
 
 void tst_UpgradeSequence::carriesOnWithoutChmod()
 {
     qputenv("PATH", "");
-    addPort();
-    click();
+    m_stage->addPort();
+    m_stage->click();
     qputenv("PATH", m_searchPath);
-    QCOMPARE(m_journal->statusTexts(), QStringList({kStart, kInitialised, kFound, kRunning}));
+    QCOMPARE(m_stage->journal->statusTexts(),
+             QStringList({kStart, kInitialised, kFound, kRunning}));
 }
 
 void tst_UpgradeSequence::logsWhatChmodSays()
 {
     installChmod("echo out; echo err >&2\n");
-    addPort();
-    click();
-    QCOMPARE(m_journal->lines().mid(0, 4),
+    m_stage->addPort();
+    m_stage->click();
+    QCOMPARE(m_stage->journal->lines().mid(0, 4),
              QStringList({"status: Start Upgrade", "log: Output: \"out\\n\"",
                           "log: Error: \"err\\n\"", "status: Init Upgrade success!"}));
 }
 
 void tst_UpgradeSequence::missingToolKeepsTheButtonUntilTheTimeOut()
 {
-    m_tool.reset();
-    addPort();
-    click();
-    QCOMPARE(status(), QString(kRunning));
-    QTRY_COMPARE(m_watch->timers.size(), 1);
-    for (int i = 0; i < 1820; ++i) {
-        QMetaObject::invokeMethod(m_window.get(), "onTimerProcessOutput", Qt::DirectConnection);
-    }
-    QVERIFY(!canClick());
-    QMetaObject::invokeMethod(m_window.get(), "onTimerProcessOutput", Qt::DirectConnection);
-    QVERIFY(canClick());
-    QCOMPARE(status(), QString(kRunning));
+    m_stage->tool.reset();
+    m_stage->addPort();
+    m_stage->click();
+    QCOMPARE(m_stage->status(), QString(kRunning));
+    QTRY_COMPARE(m_stage->watch->timers.size(), 1);
+    m_stage->tick(1820);
+    QVERIFY(!m_stage->canClick());
+    m_stage->tick();
+    QVERIFY(m_stage->canClick());
+    QCOMPARE(m_stage->status(), QString(kRunning));
 }
 
 void tst_UpgradeSequence::secondClickDeletesTheProcessFirst()
 {
-    addPort();
-    click();
-    QTRY_COMPARE(m_tool->starts(), 1);
-    QTRY_COMPARE(m_watch->processes.size(), 1);
-    const QByteArray pid = QByteArray::number(m_tool->pid());
-    m_tool->say("Device programmed.\n");
-    QTRY_COMPARE(status(), QString("Upgrade Successfully"));
-    QVERIFY(m_tool->isRunning());
+    m_stage->addPort();
+    m_stage->click();
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    QTRY_COMPARE(m_stage->watch->processes.size(), 1);
+    const QByteArray pid = QByteArray::number(m_stage->tool->pid());
+    m_stage->tool->say("Device programmed.\n");
+    QTRY_COMPARE(m_stage->status(), QString("Upgrade Successfully"));
+    QVERIFY(m_stage->tool->isRunning());
 
     installChmod("kill -0 " + pid + " 2>/dev/null && echo alive || echo gone\n");
-    m_journal->clear();
-    click();
-    QCOMPARE(m_journal->logLines().first(), QString("Output: \"gone\\n\""));
-    QVERIFY(m_watch->processes.at(0).isNull());
-    QCOMPARE(filledPixels(*m_window), 0);
-    QTRY_COMPARE(m_tool->starts(), 2);
+    m_stage->journal->clear();
+    m_stage->click();
+    QCOMPARE(m_stage->journal->logLines().first(), QString("Output: \"gone\\n\""));
+    QVERIFY(m_stage->watch->processes.at(0).isNull());
+    QCOMPARE(m_stage->filledPixels(), 0);
+    QTRY_COMPARE(m_stage->tool->starts(), 2);
 }
 
 void tst_UpgradeSequence::secondClickAfterErrorStartsAnew()
 {
-    addPort();
-    click();
-    QTRY_COMPARE(m_tool->starts(), 1);
-    for (int i = 0; i < 100; ++i) {
-        QMetaObject::invokeMethod(m_window.get(), "onTimerProcessOutput", Qt::DirectConnection);
-    }
-    QVERIFY(filledPixels(*m_window) > 0);
-    m_tool->complain("trouble");
-    QTRY_COMPARE(status(), QString("trouble"));
-    m_journal->clear();
-    click();
-    QCOMPARE(m_journal->statusTexts(), QStringList({kStart, kInitialised, kFound, kRunning}));
-    QVERIFY(!canClick());
-    QCOMPARE(filledPixels(*m_window), 0);
-    QTRY_COMPARE(m_tool->starts(), 2);
+    m_stage->addPort();
+    m_stage->click();
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    m_stage->tick(100);
+    QVERIFY(m_stage->filledPixels() > 0);
+    m_stage->tool->complain("trouble");
+    QTRY_COMPARE(m_stage->status(), QString("trouble"));
+    m_stage->journal->clear();
+    m_stage->click();
+    QCOMPARE(m_stage->journal->statusTexts(),
+             QStringList({kStart, kInitialised, kFound, kRunning}));
+    QVERIFY(!m_stage->canClick());
+    QCOMPARE(m_stage->filledPixels(), 0);
+    QTRY_COMPARE(m_stage->tool->starts(), 2);
 }
 
 QTEST_MAIN(tst_UpgradeSequence)
