@@ -3,12 +3,12 @@
 
 #include "simulator/Bootloader.h"
 
+#include "simulator/Checksum.h"
+#include "simulator/LittleEndian.h"
+
 #include <InitPacket.pb.h>
 
 #include <QCryptographicHash>
-#include <QtEndian>
-
-#include <zlib.h>
 
 #include <optional>
 
@@ -16,27 +16,9 @@ namespace {
 
 constexpr int kSha256Size = 32;
 
-quint32 crc32Of(quint32 crc, const QByteArray &bytes)
-{
-    const auto *data = reinterpret_cast<const Bytef *>(bytes.constData());
-    return static_cast<quint32>(crc32(crc, data, static_cast<uInt>(bytes.size())));
-}
-
-template <typename Number> QByteArray littleEndian(Number number)
-{
-    QByteArray bytes(sizeof(Number), '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
-template <typename Number> Number fromLittleEndian(const QByteArray &bytes, int offset = 0)
-{
-    return qFromLittleEndian<Number>(bytes.constData() + offset);
-}
-
 QByteArray result(Bootloader::Result code)
 {
-    return QByteArray(1, static_cast<char>(code));
+    return {1, static_cast<char>(code)};
 }
 
 QByteArray success(const QByteArray &payload)
@@ -123,7 +105,7 @@ QByteArray Bootloader::respond(const QByteArray &request)
         return opcode + select(arguments);
     case GetMtu:
         return opcode
-            + (arguments.isEmpty() ? success(littleEndian(quint16(kMtu)))
+            + (arguments.isEmpty() ? success(LittleEndian::bytes(quint16(kMtu)))
                                    : result(InvalidParameter));
     case WriteObject:
         return write(arguments);
@@ -142,7 +124,7 @@ QByteArray Bootloader::create(const QByteArray &arguments)
     if (arguments.size() != 5) {
         return result(InvalidParameter);
     }
-    const auto size = fromLittleEndian<quint32>(arguments, 1);
+    const auto size = LittleEndian::number<quint32>(arguments, 1);
     switch (arguments.at(0)) {
     case CommandObject:
         return result(startCommand(size));
@@ -196,7 +178,7 @@ QByteArray Bootloader::setReceiptNotification(const QByteArray &arguments)
     if (arguments.size() != 2) {
         return result(InvalidParameter);
     }
-    m_receiptInterval = fromLittleEndian<quint16>(arguments);
+    m_receiptInterval = LittleEndian::number<quint16>(arguments);
     m_writesSinceReceipt = 0;
     return result(Success);
 }
@@ -212,7 +194,7 @@ QByteArray Bootloader::select(const QByteArray &arguments)
     }
     m_type = static_cast<ObjectType>(type);
     const int maxSize = m_type == CommandObject ? kMaxCommandSize : kMaxDataSize;
-    return success(littleEndian(quint32(maxSize)) + offsetAndCrc());
+    return success(LittleEndian::bytes(quint32(maxSize)) + offsetAndCrc());
 }
 
 QByteArray Bootloader::write(const QByteArray &bytes)
@@ -229,7 +211,7 @@ QByteArray Bootloader::write(const QByteArray &bytes)
         return opcode + result(InsufficientResources);
     }
     transfer.bytes += bytes;
-    transfer.crc = crc32Of(transfer.crc, bytes);
+    transfer.crc = Checksum::extended(transfer.crc, bytes);
     ++m_writesSinceReceipt;
     if (m_receiptInterval == 0 || m_writesSinceReceipt < m_receiptInterval) {
         return {};
@@ -246,12 +228,12 @@ QByteArray Bootloader::checksum() const
 QByteArray Bootloader::execute()
 {
     const Transfer &transfer = current();
+    // A host that resumes cannot know whether its last execute arrived, so it may come twice.
+    if (transfer.executedSize > 0 && transfer.bytes.size() == transfer.executedSize) {
+        return result(Success);
+    }
     if (transfer.objectEnd == 0 || transfer.bytes.size() != transfer.objectEnd) {
         return result(NotPermitted);
-    }
-    // A host that resumes cannot know whether its last execute arrived, so it may come twice.
-    if (transfer.executedSize == transfer.objectEnd) {
-        return result(Success);
     }
     return m_type == CommandObject ? executeCommand() : executeData();
 }
@@ -309,5 +291,5 @@ void Bootloader::forgetTransfers()
 QByteArray Bootloader::offsetAndCrc() const
 {
     const quint32 crc = m_wrongCrc ? ~current().crc : current().crc;
-    return littleEndian(quint32(current().bytes.size())) + littleEndian(crc);
+    return LittleEndian::bytes(quint32(current().bytes.size())) + LittleEndian::bytes(crc);
 }
