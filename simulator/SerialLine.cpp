@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -31,4 +32,10 @@ SerialLine::~SerialLine()
 {
     ::close(m_device);
     ::close(m_program);
+}
+
+bool SerialLine::isHeard() const
+{
+    int unread = 0;
+    return ioctl(m_program, FIONREAD, &unread) == 0 && unread == 0;
 }

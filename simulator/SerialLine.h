@@ -21,6 +21,9 @@ public:
     /// The device's end; reading and writing do not block.
     int deviceDescriptor() const { return m_device; }
 
+    /// Whether a program has read everything that the device wrote.
+    bool isHeard() const;
+
     /// The file that a program opens, such as "/dev/pts/3".
     QByteArray path() const { return m_path; }
 

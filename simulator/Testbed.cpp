@@ -96,6 +96,12 @@ int Testbed::portDescriptor(const QString &node) const
                                                          : -1;
 }
 
+bool Testbed::isHeard(const QString &node) const
+{
+    const auto entry = d->nodes.find(node);
+    return entry == d->nodes.end() || !entry->second.line || entry->second.line->isHeard();
+}
+
 void Testbed::removeUsbDevice(const QString &usbPath)
 {
     d->remove(usbPath);

@@ -69,6 +69,9 @@ public:
     /// testbed's own. -1 when there is no such port.
     int portDescriptor(const QString &node) const;
 
+    /// Whether a program has read everything that was written to the device's end of a port.
+    bool isHeard(const QString &node) const;
+
     /// Unplugs the device at \a usbPath with all its interfaces, ports and nodes.
     void removeUsbDevice(const QString &usbPath);
 
