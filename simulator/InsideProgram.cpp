@@ -51,9 +51,10 @@ InsideProgram::~InsideProgram()
     m_process.disconnect(this);
 }
 
-void InsideProgram::setVariable(const QString &name, const QString &value)
+void InsideProgram::setLog(const QString &file)
 {
-    m_environment.insert(name, value);
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.setStandardOutputFile(file);
 }
 
 bool InsideProgram::start(const QString &program, const QStringList &arguments,
@@ -84,5 +85,6 @@ void InsideProgram::lookForOthers()
         return;
     }
     m_othersTimer.stop();
+    m_allFinished = true;
     emit allFinished();
 }

@@ -24,8 +24,13 @@ public:
     /// Kills the program when it still runs; what it started is left alone.
     ~InsideProgram() override;
 
-    /// Sets a variable for the program, beside those of this process and of the testbed.
-    void setVariable(const QString &name, const QString &value);
+    /// What the program will find in its environment; this process's own and the testbed's
+    /// variables to begin with.
+    QProcessEnvironment environment() const { return m_environment; }
+    void setEnvironment(const QProcessEnvironment &environment) { m_environment = environment; }
+
+    /// Writes what it says on its two channels into \a file.
+    void setLog(const QString &file);
 
     /// Starts it in \a directory, or in this process's own when that is empty. Returns whether it
     /// could be started.
@@ -34,6 +39,11 @@ public:
 
     /// Asks it to end.
     void terminate();
+
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+
+    /// Whether it and everything that it left running have ended.
+    bool isAllFinished() const { return m_allFinished; }
 
     /// 128 and the signal's number for one that a signal ended, as shells say it.
     int exitCode() const { return m_exitCode; }
@@ -54,4 +64,5 @@ private:
     QProcessEnvironment m_environment;
     QTimer m_othersTimer;
     int m_exitCode = 0;
+    bool m_allFinished = false;
 };

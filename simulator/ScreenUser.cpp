@@ -119,6 +119,12 @@ void ScreenUser::movePointer(const QPoint &position)
     movePointerOnScreen(windowGeometry().topLeft() + position);
 }
 
+void ScreenUser::movePointerOnScreen(const QPoint &position)
+{
+    XTestFakeMotionEvent(m_display, -1, position.x(), position.y(), CurrentTime);
+    XSync(m_display, False);
+}
+
 void ScreenUser::press()
 {
     XTestFakeButtonEvent(m_display, Button1, True, CurrentTime);
@@ -172,10 +178,4 @@ bool ScreenUser::waitUntil(const std::function<bool()> &condition, int milliseco
 unsigned long ScreenUser::find() const
 {
     return findBelow(m_display, DefaultRootWindow(m_display), m_title);
-}
-
-void ScreenUser::movePointerOnScreen(const QPoint &position)
-{
-    XTestFakeMotionEvent(m_display, -1, position.x(), position.y(), CurrentTime);
-    XSync(m_display, False);
 }

@@ -36,6 +36,7 @@ public:
     QImage look();
 
     void movePointer(const QPoint &position);
+    void movePointerOnScreen(const QPoint &position);
     void press();
     void release();
     void click(const QPoint &position);
@@ -49,7 +50,6 @@ public:
 
 private:
     unsigned long find() const;
-    void movePointerOnScreen(const QPoint &position);
 
     const QString m_title;
     _XDisplay *const m_display;

@@ -53,6 +53,9 @@ int difference(const QImage &one, const QImage &other)
 QString WindowLook::statusText(const QImage &window, const QStringList &candidates)
 {
     constexpr int kTolerance = 4;
+    if (window.isNull()) {
+        return {};
+    }
     const QImage shown = window.copy(kStatusArea);
     for (const QString &candidate : candidates) {
         if (difference(shown, drawStatus(candidate)) <= kTolerance) {
@@ -67,7 +70,7 @@ int WindowLook::progress(const QImage &window)
     constexpr int kMaximum = 10000;
     // Its outline is as black at the end of the fill as at the ends of the bar.
     int filled = 0;
-    for (int x = kProgressArea.left(); x <= kProgressArea.right(); ++x) {
+    for (int x = kProgressArea.left(); x <= kProgressArea.right() && !window.isNull(); ++x) {
         const QColor colour = window.pixelColor(x, kProgressArea.center().y());
         if (colour == QColor(25, 240, 234)) {
             filled = x - kProgressArea.left() + 1;
@@ -80,6 +83,9 @@ bool WindowLook::isUpgradeEnabled(const QImage &window)
 {
     constexpr int kBetween = 192; // a white caption or a grey one
     int brightest = 0;
+    if (window.isNull()) {
+        return false;
+    }
     for (int y = kUpgradeArea.top(); y <= kUpgradeArea.bottom(); ++y) {
         for (int x = kUpgradeArea.left(); x <= kUpgradeArea.right(); ++x) {
             brightest = qMax(brightest, qGray(window.pixel(x, y)));

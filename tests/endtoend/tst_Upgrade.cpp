@@ -1,0 +1,336 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/endtoend/Stage.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QtTest>
+
+namespace {
+
+const QString kUpgrading = "Upgrading, please do not plug or unplug the device!";
+const QString kSuccess = "Upgrade Successfully";
+const QString kNoDevice = "Find Upgrade Device Error!";
+const QString kPort = "/dev/cu.usbmodem14201";
+
+constexpr int kSoon = 20000;
+
+/// A device whose upgrade takes long enough to be looked at.
+DeviceBehaviour unhurried()
+{
+    DeviceBehaviour behaviour;
+    behaviour.answerDelay = 15;
+    return behaviour;
+}
+
+DeviceBehaviour withFault(const QString &fault)
+{
+    DeviceBehaviour behaviour;
+    if (!behaviour.addFault(fault)) {
+        qFatal("there is no fault %s", qPrintable(fault));
+    }
+    return behaviour;
+}
+
+} // namespace
+
+class tst_Upgrade : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fromTheApplication();
+    void fromTheBootloader();
+    void withSeveralPortsTheFirstIsUsed();
+    void deviceIsNotFound_data();
+    void deviceIsNotFound();
+    void aLateDeviceIsFoundByTheNextClick();
+    void errorTextIsShown_data();
+    void errorTextIsShown();
+    void brokenUpgradeShowsAnError_data();
+    void brokenUpgradeShowsAnError();
+    void timeOut();
+    void closingLeavesTheToolAlone();
+    void windowIsDraggedByItsBand_data();
+    void windowIsDraggedByItsBand();
+    void toolIsCalledAsEver();
+    void toolIsMadeExecutable_data();
+    void toolIsMadeExecutable();
+};
+
+void tst_Upgrade::fromTheApplication()
+{
+    Stage stage(unhurried());
+    stage.device.startInApplication();
+    QVERIFY(stage.open());
+    QCOMPARE(stage.status(), QString(""));
+    QCOMPARE(stage.progress(), 0);
+    QCOMPARE(stage.user.windowGeometry().size(), QSize(500, 260));
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
+    QVERIFY(!stage.isUpgradeEnabled());
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+    QTRY_COMPARE(stage.progress(), 10000);
+    QTRY_VERIFY(stage.isUpgradeEnabled());
+
+    QCOMPARE(stage.device.reports(),
+             QList<QByteArray>{QByteArray("\xAA\xBB") + QByteArray(62, '\0')});
+    QCOMPARE(stage.device.image(), stage.package.firmware);
+    QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Application);
+}
+
+void tst_Upgrade::fromTheBootloader()
+{
+    constexpr int kLessThanTheWait = 1900;
+    Stage stage(unhurried());
+    stage.device.startInBootloader();
+    QVERIFY(stage.open());
+
+    QElapsedTimer sinceClick;
+    sinceClick.start();
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
+    QVERIFY(sinceClick.elapsed() < kLessThanTheWait);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+
+    QVERIFY(stage.device.reports().isEmpty());
+    QCOMPARE(stage.device.image(), stage.package.firmware);
+}
+
+void tst_Upgrade::withSeveralPortsTheFirstIsUsed()
+{
+    Stage stage(withFault("several-ports"));
+    stage.device.startInBootloader();
+    stage.setToolScript("record record.json\nflash\n");
+    QVERIFY(stage.open());
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+
+    QCOMPARE(stage.record().value("argv").toArray().last().toString(), kPort);
+    QCOMPARE(stage.device.image(), stage.package.firmware);
+}
+
+void tst_Upgrade::deviceIsNotFound_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<int>("reports");
+    QTest::newRow("there is none") << QString() << 0;
+    QTest::newRow("does not come back") << "never-return" << 1;
+    QTest::newRow("comes back too late") << "late-return=2500" << 1;
+    QTest::newRow("cannot be opened") << "open-fails" << 0;
+    QTest::newRow("loses the report") << "write-fails" << 0;
+}
+
+void tst_Upgrade::deviceIsNotFound()
+{
+    QFETCH(const QString, fault);
+    QFETCH(const int, reports);
+    Stage stage(fault.isEmpty() ? DeviceBehaviour() : withFault(fault));
+    if (!fault.isEmpty()) {
+        stage.device.startInApplication();
+    }
+    QVERIFY(stage.open());
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
+
+    QTRY_VERIFY(stage.isUpgradeEnabled());
+    QCOMPARE(stage.progress(), 0);
+    QCOMPARE(stage.device.reports().size(), reports);
+    QVERIFY(stage.device.image().isEmpty());
+}
+
+void tst_Upgrade::aLateDeviceIsFoundByTheNextClick()
+{
+    Stage stage(withFault("late-return=2500"));
+    stage.device.startInApplication();
+    QVERIFY(stage.open());
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
+    QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Bootloader);
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+
+    QCOMPARE(stage.device.reports().size(), 1);
+    QCOMPARE(stage.device.image(), stage.package.firmware);
+}
+
+void tst_Upgrade::errorTextIsShown_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("plain") << "Error: No device on the port";
+    QTest::newRow("markup is text") << "<b>bold</b> <img src=x>";
+    QTest::newRow("two lines") << "first\nsecond";
+}
+
+void tst_Upgrade::errorTextIsShown()
+{
+    QFETCH(const QString, text);
+    Stage stage;
+    stage.device.startInBootloader();
+    stage.addText(text);
+    stage.setToolScript("err \"" + QString(text).replace('\n', "\\n").toUtf8()
+                        + "\"\nsleep 1500\nexit 1\n");
+    QVERIFY(stage.open());
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), text, kSoon);
+
+    QTRY_VERIFY(stage.isUpgradeEnabled());
+    const int progress = stage.progress();
+    QTRY_VERIFY(stage.progress() > progress);
+    QCOMPARE(stage.status(), text);
+}
+
+void tst_Upgrade::brokenUpgradeShowsAnError_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("cable pulled") << "drop-out=20000";
+    QTest::newRow("wrong checksums") << "wrong-crc";
+}
+
+void tst_Upgrade::brokenUpgradeShowsAnError()
+{
+    QFETCH(const QString, fault);
+    Stage stage(withFault(fault));
+    stage.device.startInApplication();
+    QVERIFY(stage.open());
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.device.reports().size(), 1, kSoon);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.progress() > 0, kSoon);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kSoon);
+
+    QVERIFY(stage.status().isNull()); // the tool's own words
+    QVERIFY(stage.device.image().isEmpty());
+}
+
+void tst_Upgrade::timeOut()
+{
+    constexpr int kTimeOut = 54630; // 1821 ticks of 30 ms
+    Stage stage;
+    stage.device.startInBootloader();
+    stage.setToolScript("sleep 60000\n");
+    QVERIFY(stage.open());
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
+
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kTimeOut + kSoon);
+    QVERIFY2(qAbs(sinceStart.elapsed() - kTimeOut) < 4000,
+             qPrintable(QString::number(sinceStart.elapsed())));
+
+    const int progress = stage.progress();
+    QVERIFY2(progress >= 9050 && progress <= 9105, qPrintable(QString::number(progress)));
+    QCOMPARE(stage.status(), kUpgrading);
+}
+
+void tst_Upgrade::closingLeavesTheToolAlone()
+{
+    Stage stage(unhurried());
+    stage.device.startInApplication();
+    QVERIFY(stage.open());
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
+
+    stage.user.click(Stage::kCloseButton);
+    QTRY_VERIFY(!stage.program.isRunning());
+    QCOMPARE(stage.program.exitCode(), 0);
+    QVERIFY(stage.device.image().isEmpty());
+    QVERIFY(!stage.program.isAllFinished());
+
+    QTRY_COMPARE_WITH_TIMEOUT(stage.device.image(), stage.package.firmware, kSoon);
+    QTRY_VERIFY(stage.program.isAllFinished());
+}
+
+void tst_Upgrade::windowIsDraggedByItsBand_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<bool>("moves");
+    QTest::newRow("by its heading") << QPoint(250, 30) << QPoint(330, 70) << true;
+    QTest::newRow("by the band's last row") << QPoint(20, 89) << QPoint(120, 89) << true;
+    QTest::newRow("below the band") << QPoint(20, 90) << QPoint(120, 90) << false;
+    QTest::newRow("from below the band into it") << QPoint(20, 90) << QPoint(120, 60) << false;
+}
+
+void tst_Upgrade::windowIsDraggedByItsBand()
+{
+    QFETCH(const QPoint, from);
+    QFETCH(const QPoint, to);
+    QFETCH(const bool, moves);
+    Stage stage;
+    QVERIFY(stage.open());
+    const QPoint before = stage.user.windowGeometry().topLeft();
+    const QPoint after = before + (moves ? to - from : QPoint());
+
+    stage.user.drag(from, to);
+    stage.user.release();
+    // What the program does on a click shows that it has handled the drag.
+    QTRY_COMPARE(stage.user.windowGeometry().topLeft(), after);
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
+
+    QCOMPARE(stage.user.windowGeometry().topLeft(), after);
+}
+
+void tst_Upgrade::toolIsCalledAsEver()
+{
+    Stage stage;
+    stage.device.startInBootloader();
+    stage.setToolScript("record record.json\nout \"Device programmed.\\n\"\n");
+    QVERIFY(stage.open());
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+    const QJsonObject record = stage.record();
+
+    const QJsonArray arguments = {stage.path("nrfutil-mac"), "dfu", "usb-serial", "-pkg",
+                                  stage.path("dfu.zip"),     "-p",  kPort};
+    QCOMPARE(record.value("argv").toArray(), arguments);
+
+    QVariantMap environment;
+    const QProcessEnvironment expected = stage.program.environment();
+    const QStringList names = expected.keys();
+    for (const QString &name : names) {
+        environment.insert(name, expected.value(name));
+    }
+    QCOMPARE(record.value("env").toObject().toVariantMap(), environment);
+}
+
+void tst_Upgrade::toolIsMadeExecutable_data()
+{
+    QTest::addColumn<QString>("directory");
+    QTest::addColumn<bool>("becomesExecutable");
+    QTest::newRow("started in the program's own folder") << QString() << true;
+    QTest::newRow("started elsewhere") << "/" << false;
+}
+
+void tst_Upgrade::toolIsMadeExecutable()
+{
+    QFETCH(const QString, directory);
+    QFETCH(const bool, becomesExecutable);
+    Stage stage(unhurried());
+    QVERIFY(QFile::setPermissions(stage.path("nrfutil-mac"),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+    stage.device.startInBootloader();
+    QVERIFY(stage.open(directory));
+
+    stage.click(Stage::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
+
+    QCOMPARE(QFileInfo(stage.path("nrfutil-mac")).isExecutable(), becomesExecutable);
+    if (becomesExecutable) {
+        QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
+    } else {
+        QTRY_VERIFY(stage.progress() > 0); // it waits for a tool that never started
+        QVERIFY(!stage.isUpgradeEnabled());
+    }
+}
+
+QTEST_MAIN(tst_Upgrade)
+#include "tst_Upgrade.moc"
