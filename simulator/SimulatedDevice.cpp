@@ -176,9 +176,11 @@ void SimulatedDevice::answer(const QByteArray &bytes)
     const qint64 received = m_bootloader.imageBytesReceived();
     tellProgress();
     if (m_behaviour.dropOutAfter >= 0 && received >= m_behaviour.dropOutAfter) {
-        emit happened(QString("the cable was pulled after %1 bytes").arg(received));
-        // What called this is the notifier, which must not go while it does.
-        QTimer::singleShot(0, this, &SimulatedDevice::unplug);
+        // Later, because what has called this must not go meanwhile.
+        QTimer::singleShot(0, m_portNotifier.get(), [this, received] {
+            emit happened(QString("the cable was pulled after %1 bytes").arg(received));
+            unplug();
+        });
         return;
     }
     const int port = m_testbed.portDescriptor(m_behaviour.ports.first());

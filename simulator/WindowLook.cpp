@@ -68,7 +68,6 @@ QString WindowLook::statusText(const QImage &window, const QStringList &candidat
 int WindowLook::progress(const QImage &window)
 {
     constexpr int kMaximum = 10000;
-    // Its outline is as black at the end of the fill as at the ends of the bar.
     int filled = 0;
     for (int x = kProgressArea.left(); x <= kProgressArea.right() && !window.isNull(); ++x) {
         const QColor colour = window.pixelColor(x, kProgressArea.center().y());
