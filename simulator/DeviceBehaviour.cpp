@@ -47,7 +47,7 @@ const QList<Fault> &faults()
          [](DeviceBehaviour &behaviour, int) {
              behaviour.wrongCrc = true;
          }},
-        {"slow", 25, "the bootloader takes so many milliseconds for each answer",
+        {"slow", 60, "the bootloader takes so many milliseconds for each answer",
          [](DeviceBehaviour &behaviour, int value) {
              behaviour.answerDelay = value;
          }},

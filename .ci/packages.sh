@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: MIT
+# Sourced by the commands in the root: install_missing PACKAGE… and what they need.
+# shellcheck shell=bash
+
+build_packages=(
+    cmake ninja-build g++ pkg-config
+    qtbase5-dev libqt5serialport5-dev libhidapi-dev libudev-dev)
+
+# The simulated device and the screen in front of which tests and demo run.
+simulator_packages=(
+    umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
+    libx11-dev libxtst-dev xvfb fonts-dejavu-core)
+
+is_installed() {
+    dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
+}
+
+# Installs those of the given Debian packages that are not there yet.
+install_missing() {
+    local package missing=() as_root=()
+    if ! command -v apt-get >/dev/null; then
+        echo "There is no apt here; these Debian packages or their like have to be there: $*" >&2
+        return 0
+    fi
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return 0
+    fi
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and only root can install them: ${missing[*]}" >&2
+            return 1
+        fi
+    fi
+    echo "installing: ${missing[*]}"
+    if ! "${as_root[@]}" apt-get update -qq ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y \
+            --no-install-recommends "${missing[@]}" >/dev/null; then
+        echo "These packages are missing and could not be installed: ${missing[*]}" >&2
+        return 1
+    fi
+}

@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/Demo.h"
+
+#include "simulator/DfuPackage.h"
+#include "simulator/ScreenUser.h"
+#include "simulator/WindowLook.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace {
+
+const char *const kUpgrading = "Upgrading, please do not plug or unplug the device!";
+const char *const kSuccess = "Upgrade Successfully";
+const char *const kNoDeviceFound = "Find Upgrade Device Error!";
+
+constexpr QPoint kUpgradeButton(250, 218);
+constexpr QPoint kCloseButton(470, 27);
+constexpr QPoint kAside(520, 280);
+constexpr int kPatience = 30000;
+constexpr int kTimeOut = 90000; // the program's own comes before it
+
+/// An upgrade that takes as long as over a real line, and shows.
+DeviceBehaviour behaviourWith(const QString &fault)
+{
+    constexpr int kAnswerDelay = 25;
+    DeviceBehaviour behaviour;
+    behaviour.answerDelay = kAnswerDelay;
+    behaviour.addFault(fault);
+    return behaviour;
+}
+
+/// The simulated user and what has been seen so far.
+class Watcher
+{
+public:
+    Watcher()
+        : m_user("FW Update")
+    { }
+
+    ScreenUser &user() { return m_user; }
+    QString status() { return WindowLook::statusText(m_user.look(), m_texts); }
+    bool isEnabled() { return WindowLook::isUpgradeEnabled(m_user.look()); }
+    int progress() { return WindowLook::progress(m_user.look()); }
+    bool save(const QString &file) { return m_user.look().save(file); }
+
+private:
+    ScreenUser m_user;
+    const QStringList m_texts = {"", kUpgrading, kSuccess, kNoDeviceFound};
+};
+
+} // namespace
+
+Demo::Demo(const QString &folder, const QString &fault)
+    : m_folder(folder)
+    , m_fault(fault)
+    , m_device(m_testbed, behaviourWith(fault))
+    , m_program(m_testbed)
+{
+    m_isValid = fault.isEmpty() || fault == "no-device" || fault == "no-package"
+        || DeviceBehaviour().addFault(fault);
+    m_program.setLog(folder + "/log");
+    QObject::connect(&m_device, &SimulatedDevice::happened, &Demo::say);
+}
+
+QString Demo::help()
+{
+    return "  no-device            no device is plugged in\n"
+           "  no-package           the firmware package is missing\n"
+        + DeviceBehaviour::help();
+}
+
+int Demo::playForPerson()
+{
+    if (!openProgram()) {
+        return 1;
+    }
+    say("click \"Start Upgrade\" in the window, and close it when you have seen enough");
+    awaitEnd();
+    if (!m_fault.isEmpty()) {
+        say("demo: closed");
+        return m_program.exitCode();
+    }
+    if (!isImageRight()) {
+        say("demo: closed before the device was upgraded");
+        return 1;
+    }
+    say("demo: upgraded, image verified");
+    return 0;
+}
+
+int Demo::playWithUser(const QString &pictures)
+{
+    constexpr int kSomeProgress = 600;
+    Watcher watcher;
+    if (!openProgram() || !ScreenUser::waitUntil([&] { return watcher.isEnabled(); }, kPatience)) {
+        say("demo: the program did not show its window");
+        return 1;
+    }
+    watcher.save(pictures + "/idle.png");
+    watcher.user().click(kUpgradeButton);
+    watcher.user().movePointer(kAside);
+    say("clicked \"Start Upgrade\"");
+
+    ScreenUser::waitUntil([&] { return !watcher.status().isEmpty(); }, kPatience);
+    if (watcher.status() == kUpgrading) {
+        say(QString("the window shows: ") + kUpgrading);
+        const auto isUnderWay = [&] {
+            return watcher.progress() >= kSomeProgress || watcher.isEnabled();
+        };
+        ScreenUser::waitUntil(isUnderWay, kPatience);
+    }
+    watcher.save(pictures + "/running.png");
+    if (!ScreenUser::waitUntil([&] { return watcher.isEnabled(); }, kTimeOut)) {
+        say("demo: the program did not come to an end");
+        return 1;
+    }
+    // The text and the button are painted one after the other.
+    ScreenUser::waitUntil([&] { return watcher.status() != kUpgrading; }, 1000);
+    const QString status = watcher.status();
+    watcher.save(pictures + "/finished.png");
+    say("the window shows: " + (status.isNull() ? "the tool's error text" : status));
+
+    watcher.user().click(kCloseButton);
+    say("clicked the close button");
+    awaitEnd();
+    return verdict(status == kSuccess             ? Outcome::Success
+                       : status == kNoDeviceFound ? Outcome::NoDevice
+                                                  : Outcome::ToolFailed);
+}
+
+void Demo::stop()
+{
+    m_program.terminate();
+}
+
+Demo::Outcome Demo::expectedOutcome() const
+{
+    const QString name = m_fault.section('=', 0, 0);
+    if (QStringList{"never-return", "late-return", "open-fails", "write-fails", "no-device"}
+            .contains(name)) {
+        return Outcome::NoDevice;
+    }
+    if (QStringList{"drop-out", "wrong-crc", "silent", "no-package"}.contains(name)) {
+        return Outcome::ToolFailed;
+    }
+    return Outcome::Success;
+}
+
+bool Demo::openProgram()
+{
+    if (m_fault == "no-package") {
+        QFile::remove(m_folder + "/dfu.zip");
+    }
+    if (m_fault != "no-device") {
+        m_device.startInApplication();
+    }
+    QProcessEnvironment environment = m_program.environment();
+    environment.remove("QT_FONT_DPI"); // this process's own, the program sets its own
+    m_program.setEnvironment(environment);
+    if (!m_program.start(m_folder + "/fw-update", {}, m_folder)) {
+        say("demo: " + m_folder + "/fw-update cannot be started");
+        return false;
+    }
+    return true;
+}
+
+void Demo::awaitEnd()
+{
+    const auto isOver = [this] {
+        return m_program.isAllFinished() && (!m_device.isRestarting() || !isImageRight());
+    };
+    while (!ScreenUser::waitUntil(isOver, kPatience)) { }
+}
+
+int Demo::verdict(Outcome outcome) const
+{
+    if (!m_device.image().isEmpty()) {
+        DfuPackage package;
+        package.read(m_folder + "/dfu.zip");
+        say("SHA-256 of the package's image: " + SimulatedDevice::sha256(package.firmware));
+        say("SHA-256 of the device's image:  " + SimulatedDevice::sha256(m_device.image()));
+    }
+    if (outcome == Outcome::Success && !isImageRight()) {
+        say("demo: the program reported success, but the image in the device is another one");
+        return 1;
+    }
+    if (outcome != expectedOutcome()) {
+        say("demo: that is not what should have been seen");
+        return 1;
+    }
+    if (outcome == Outcome::Success) {
+        say("demo: upgraded, image verified");
+    } else {
+        say("demo: failed as expected of \"" + m_fault + '"');
+    }
+    return 0;
+}
+
+bool Demo::isImageRight() const
+{
+    DfuPackage package;
+    return package.read(m_folder + "/dfu.zip") == DfuPackage::Error::None
+        && m_device.image() == package.firmware;
+}
+
+void Demo::say(const QString &line)
+{
+    QTextStream(stdout) << line << '\n';
+}

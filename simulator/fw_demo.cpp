@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "app/Desktop.h"
+#include "simulator/Demo.h"
+#include "simulator/TerminationWatch.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTextStream>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+/// Only a simulated user looks at the screen; beside a person's window this process needs none.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--pictures") == 0) {
+            return std::make_unique<QApplication>(argc, argv);
+        }
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // What the simulated user expects to read is drawn as the program draws it.
+    const Desktop desktop;
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
+                                     + Demo::help().trimmed());
+    parser.addHelpOption();
+    parser.addOptions({{"fault", "Shows what a fault does.", "NAME[=VALUE]"},
+                       {"pictures", "Clicks for itself, and saves pictures here.", "FOLDER"}});
+    parser.addPositionalArgument("FOLDER", "Where program, tool and package lie.");
+    parser.process(*application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(kUsageError);
+    }
+
+    Demo demo(parser.positionalArguments().constFirst(), parser.value("fault"));
+    if (!demo.isValid()) {
+        QTextStream(stderr) << "demo: there is no fault \"" << parser.value("fault")
+                            << "\", --help lists them\n";
+        return kUsageError;
+    }
+    TerminationWatch termination;
+    QObject::connect(&termination, &TerminationWatch::requested, [&demo] { demo.stop(); });
+    return parser.isSet("pictures") ? demo.playWithUser(parser.value("pictures"))
+                                    : demo.playForPerson();
+}
