@@ -11,6 +11,9 @@ simulator_packages=(
     umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
     libx11-dev libxtst-dev xvfb fonts-dejavu-core)
 
+# What only the tests need.
+test_packages=(qtbase5-private-dev qttools5-dev)
+
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
 }
