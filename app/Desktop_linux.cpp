@@ -6,8 +6,15 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace {
+
+// Without the second one Qt loads the graphics driver for every window on X11, also for one that is
+// painted by the processor alone, and that is most of what the program would cost.
+const std::array<std::pair<const char *, const char *>, 2> kSettings
+    = {{{"QT_FONT_DPI", "72"}, {"QT_XCB_GL_INTEGRATION", "none"}}};
 
 bool userScales()
 {
@@ -23,9 +30,11 @@ bool userScales()
 
 Desktop::Desktop()
 {
-    if (!qEnvironmentVariableIsSet("QT_FONT_DPI")) {
-        qputenv("QT_FONT_DPI", "72");
-        m_added.append("QT_FONT_DPI");
+    for (const auto &[name, value] : kSettings) {
+        if (!qEnvironmentVariableIsSet(name)) {
+            qputenv(name, value);
+            m_added.append(name);
+        }
     }
     if (!userScales()) {
         QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);

@@ -10,16 +10,30 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <algorithm>
 #include <iostream>
 
 /// Qt reads the desktop's settings once per process, so each case is a process of its own: this
 /// program, started again with kReport, goes through the program's start and says what came of it.
 static const char *const kReport = "--report";
 
+/// What a program gets that is started without a word about its environment.
+static QList<QByteArray> childEnvironment()
+{
+    QProcess child;
+    child.start("env", {"-0"});
+    child.waitForFinished();
+    QList<QByteArray> environment = child.readAll().split('\0');
+    environment.removeLast(); // what comes after the last one's end
+    std::sort(environment.begin(), environment.end());
+    return environment;
+}
+
 static int report(int argc, char *argv[])
 {
-    const QStringList before = QProcess::systemEnvironment();
+    const QList<QByteArray> before = childEnvironment();
     Desktop desktop;
+    const QString glIntegration = qEnvironmentVariable("QT_XCB_GL_INTEGRATION");
     const bool scales = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
     MainWindow window;
@@ -28,7 +42,8 @@ static int report(int argc, char *argv[])
 
     const QFontMetrics metrics(WindowParts::statusLabel(window)->font());
     QJsonObject result;
-    result["environmentKept"] = QProcess::systemEnvironment() == before;
+    result["environmentKept"] = !before.isEmpty() && childEnvironment() == before;
+    result["glIntegration"] = glIntegration;
     result["scales"] = scales;
     result["pixelsPerPoint"]
         = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
@@ -53,19 +68,25 @@ void tst_Desktop::start_data()
     QTest::addColumn<QStringList>("settings");
     QTest::addColumn<bool>("pointIsPixel");
     QTest::addColumn<bool>("scales");
+    QTest::addColumn<QString>("glIntegration");
 
-    QTest::newRow("nothing set") << QStringList() << true << true;
+    QTest::newRow("nothing set") << QStringList() << true << true << "none";
     QTest::newRow("user sets the font resolution")
-        << QStringList{"QT_FONT_DPI=96"} << false << true;
+        << QStringList{"QT_FONT_DPI=96"} << false << true << "none";
     QTest::newRow("user switches scaling off")
-        << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << true << false;
+        << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << true << false << "none";
     QTest::newRow("user switches scaling off the old way")
-        << QStringList{"QT_AUTO_SCREEN_SCALE_FACTOR=0"} << true << false;
-    QTest::newRow("user sets a factor") << QStringList{"QT_SCALE_FACTOR=1"} << true << false;
+        << QStringList{"QT_AUTO_SCREEN_SCALE_FACTOR=0"} << true << false << "none";
+    QTest::newRow("user sets a factor")
+        << QStringList{"QT_SCALE_FACTOR=1"} << true << false << "none";
     QTest::newRow("user sets a factor per screen")
-        << QStringList{"QT_SCREEN_SCALE_FACTORS=1"} << true << false;
+        << QStringList{"QT_SCREEN_SCALE_FACTORS=1"} << true << false << "none";
     QTest::newRow("user sets both")
-        << QStringList{"QT_FONT_DPI=96", "QT_SCALE_FACTOR=1"} << false << false;
+        << QStringList{"QT_FONT_DPI=96", "QT_SCALE_FACTOR=1"} << false << false << "none";
+    QTest::newRow("user chooses an OpenGL integration")
+        << QStringList{"QT_XCB_GL_INTEGRATION=xcb_egl"} << true << true << "xcb_egl";
+    QTest::newRow("user leaves the OpenGL integration to Qt")
+        << QStringList{"QT_XCB_GL_INTEGRATION="} << true << true << "";
 }
 
 void tst_Desktop::start()
@@ -73,9 +94,11 @@ void tst_Desktop::start()
     QFETCH(QStringList, settings);
     QFETCH(bool, pointIsPixel);
     QFETCH(bool, scales);
+    QFETCH(QString, glIntegration);
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_FONT_DPI");
+    environment.remove("QT_XCB_GL_INTEGRATION");
     for (const QString &setting : settings) {
         environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
     }
@@ -88,6 +111,7 @@ void tst_Desktop::start()
 
     QVERIFY(result["environmentKept"].toBool());
     QCOMPARE(result["scales"].toBool(), scales);
+    QCOMPARE(result["glIntegration"].toString(), glIntegration);
     QCOMPARE(qFuzzyCompare(result["pixelsPerPoint"].toDouble(), 1.0), pointIsPixel);
     // At 96 dpi the heading overruns its 160 pixels; what the user has set stays all the same.
     QCOMPARE(result["headingWidth"].toInt() <= 160, pointIsPixel);
