@@ -22,5 +22,8 @@ public:
     void restoreEnvironment();
 
 private:
+    /// Leaves a setting of the user's as it is; returns whether it was added.
+    bool addSetting(const QByteArray &name, const QByteArray &value);
+
     QList<QByteArray> m_added;
 };

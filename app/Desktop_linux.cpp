@@ -4,17 +4,44 @@
 #include "app/Desktop.h"
 
 #include <QCoreApplication>
+#include <QLibrary>
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace {
 
-// Without the second one Qt loads the graphics driver for every window on X11, also for one that is
-// painted by the processor alone, and that is most of what the program would cost.
-const std::array<std::pair<const char *, const char *>, 2> kSettings
-    = {{{"QT_FONT_DPI", "72"}, {"QT_XCB_GL_INTEGRATION", "none"}}};
+/// How much larger than usual the user of an X screen wants everything: 1, 2, 3…
+///
+/// Qt scales by the same measure, but takes it from QT_FONT_DPI where that is set.
+int screenScale()
+{
+    constexpr double kUsualDpi = 96;
+
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    const bool elsewhere = platform.isEmpty() ? qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+                                              : !platform.startsWith("xcb");
+    if (elsewhere || !qEnvironmentVariableIsSet("DISPLAY")) {
+        return 1;
+    }
+    // Qt loads this library for X anyway; linked, it would be needed without X, too.
+    QLibrary x11("X11", 6);
+    using Open = void *(*)(const char *name);
+    using GetDefault = const char *(*)(void *display, const char *program, const char *option);
+    using Close = int (*)(void *display);
+    const auto open = reinterpret_cast<Open>(x11.resolve("XOpenDisplay"));
+    const auto getDefault = reinterpret_cast<GetDefault>(x11.resolve("XGetDefault"));
+    const auto close = reinterpret_cast<Close>(x11.resolve("XCloseDisplay"));
+    if (open == nullptr || getDefault == nullptr || close == nullptr) {
+        return 1;
+    }
+    void *const display = open(nullptr);
+    if (display == nullptr) {
+        return 1;
+    }
+    const double dpi = QByteArray(getDefault(display, "Xft", "dpi")).toDouble();
+    close(display);
+    return qBound(1, qRound(dpi / kUsualDpi), 8);
+}
 
 bool userScales()
 {
@@ -30,21 +57,32 @@ bool userScales()
 
 Desktop::Desktop()
 {
-    for (const auto &[name, value] : kSettings) {
-        if (!qEnvironmentVariableIsSet(name)) {
-            qputenv(name, value);
-            m_added.append(name);
-        }
+    // Without this Qt loads the graphics driver for every window on X11, also for one that is
+    // painted by the processor alone, and that is most of what the program would cost.
+    addSetting("QT_XCB_GL_INTEGRATION", "none");
+    const bool pointIsPixel = addSetting("QT_FONT_DPI", "72");
+    if (userScales()) {
+        return;
     }
-    if (!userScales()) {
-        QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    if (pointIsPixel) {
+        addSetting("QT_SCALE_FACTOR", QByteArray::number(screenScale()));
     }
 }
 
 void Desktop::restoreEnvironment()
 {
-    for (const QByteArray &name : m_added) {
+    for (const QByteArray &name : qAsConst(m_added)) {
         qunsetenv(name.constData());
     }
     m_added.clear();
+}
+
+bool Desktop::addSetting(const QByteArray &name, const QByteArray &value)
+{
+    if (qEnvironmentVariableIsSet(name.constData())) {
+        return false;
+    }
+    m_added.append(name);
+    return qputenv(name.constData(), value);
 }

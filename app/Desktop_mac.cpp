@@ -3,6 +3,7 @@
 
 #include "app/Desktop.h"
 
+// This is home: there is nothing to set.
 Desktop::Desktop() = default;
 
-void Desktop::restoreEnvironment() { }
+void Desktop::restoreEnvironment() {}

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/ScreenUser.h"
+
+#include <QProcess>
+#include <QtTest>
+
+// Last, since it defines such words as None and Bool.
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+
+/// The program on screens whose desktop asks for a larger picture. Needs an X screen.
+class tst_DenseScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void windowGrowsWithTheScreen_data();
+    void windowGrowsWithTheScreen();
+};
+
+namespace {
+
+/// Sets what a desktop tells its X clients; an empty text tells nothing.
+void setResources(const QByteArray &text)
+{
+    Display *const display = XOpenDisplay(nullptr);
+    XChangeProperty(display, DefaultRootWindow(display), XA_RESOURCE_MANAGER, XA_STRING, 8,
+                    PropModeReplace, reinterpret_cast<const unsigned char *>(text.constData()),
+                    text.size());
+    XCloseDisplay(display);
+}
+
+/// Where there is light text in \a area of \a picture.
+QRect ink(const QImage &picture, const QRect &area)
+{
+    QRect found;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (picture.pixelColor(x, y).lightness() > 120) {
+                found |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return found;
+}
+
+QRect scaled(const QRect &rect, int factor)
+{
+    return {rect.topLeft() * factor, rect.size() * factor};
+}
+
+} // namespace
+
+void tst_DenseScreen::windowGrowsWithTheScreen_data()
+{
+    QTest::addColumn<QByteArray>("resources");
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<int>("factor");
+
+    QTest::newRow("desktop says nothing") << QByteArray() << "" << 1;
+    QTest::newRow("usual screen") << QByteArray("Xft.dpi:\t96\n") << "" << 1;
+    QTest::newRow("hardly denser") << QByteArray("Xft.dpi:\t120\n") << "" << 1;
+    QTest::newRow("twice as dense") << QByteArray("Xft.dpi:\t192\n") << "" << 2;
+    QTest::newRow("no number") << QByteArray("Xft.dpi:\tmany\n") << "" << 1;
+    QTest::newRow("user wants no scaling")
+        << QByteArray("Xft.dpi:\t192\n") << "QT_ENABLE_HIGHDPI_SCALING=0" << 1;
+    QTest::newRow("user wants a factor of 1")
+        << QByteArray("Xft.dpi:\t192\n") << "QT_SCALE_FACTOR=1" << 1;
+    QTest::newRow("user wants a factor of 2") << QByteArray() << "QT_SCALE_FACTOR=2" << 2;
+}
+
+void tst_DenseScreen::windowGrowsWithTheScreen()
+{
+    QFETCH(const QByteArray, resources);
+    QFETCH(const QString, setting);
+    QFETCH(const int, factor);
+
+    setResources(resources);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("QT_FONT_DPI");
+    if (!setting.isEmpty()) {
+        environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
+    }
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(FW_UPDATE_PROGRAM, QStringList());
+    ScreenUser user("FW Update");
+    QTRY_VERIFY_WITH_TIMEOUT(user.seesWindow(), 20000);
+    QCOMPARE(user.windowGeometry().size(), QSize(500, 260) * factor);
+
+    // The heading stands in its place and is neither cut off nor tiny.
+    const QRect place = scaled(QRect(170, 20, 160, 30), factor);
+    const QRect band = scaled(QRect(60, 5, 380, 70), factor);
+    QTRY_VERIFY(!ink(user.look(), band).isEmpty());
+    const QRect heading = ink(user.look(), band);
+    QVERIFY(place.contains(heading));
+    QVERIFY(heading.width() > place.width() * 3 / 4);
+
+    program.terminate();
+    QVERIFY(program.waitForFinished());
+}
+
+QTEST_MAIN(tst_DenseScreen)
+#include "tst_DenseScreen.moc"
