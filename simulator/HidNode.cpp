@@ -10,12 +10,13 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace {
 
 template <typename T> QByteArray bytesOf(const T &value)
 {
-    return QByteArray(reinterpret_cast<const char *>(&value), sizeof value);
+    return {reinterpret_cast<const char *>(&value), sizeof value};
 }
 
 void replace(UMockdevIoctlData *data, const QByteArray &bytes)
@@ -26,9 +27,9 @@ void replace(UMockdevIoctlData *data, const QByteArray &bytes)
 
 } // namespace
 
-HidNode::HidNode(const Identity &identity, const WriteHandler &onWrite)
-    : m_identity(identity)
-    , m_onWrite(onWrite)
+HidNode::HidNode(Identity identity, WriteHandler onWrite)
+    : m_identity(std::move(identity))
+    , m_onWrite(std::move(onWrite))
     , m_handler(umockdev_ioctl_base_new())
 {
     const auto connect = [this](const char *signal, auto function) {

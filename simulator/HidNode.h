@@ -10,8 +10,9 @@
 #include <memory>
 #include <mutex>
 
-struct _UMockdevIoctlBase;
-struct _UMockdevIoctlClient;
+// The library's own names.
+struct _UMockdevIoctlBase; // NOLINT(bugprone-reserved-identifier)
+struct _UMockdevIoctlClient; // NOLINT(bugprone-reserved-identifier)
 
 /// The kernel's side of one hidraw node: answers what programs ask it and takes what they write.
 ///
@@ -30,7 +31,7 @@ public:
         QByteArray reportDescriptor;
     };
 
-    HidNode(const Identity &identity, const WriteHandler &onWrite);
+    HidNode(Identity identity, WriteHandler onWrite);
     ~HidNode();
 
     HidNode(const HidNode &) = delete;

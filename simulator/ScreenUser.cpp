@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <utility>
+
 // Last, for its macros.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -23,7 +25,7 @@ QString titleOf(Display *display, Window window)
     if (XFetchName(display, window, &name) == 0 || name == nullptr) {
         return {};
     }
-    const QString result = QString::fromLocal8Bit(name);
+    QString result = QString::fromLocal8Bit(name);
     XFree(name);
     return result;
 }
@@ -65,8 +67,8 @@ int ignoreError(Display * /*display*/, XErrorEvent * /*event*/)
 
 } // namespace
 
-ScreenUser::ScreenUser(const QString &title)
-    : m_title(title)
+ScreenUser::ScreenUser(QString title)
+    : m_title(std::move(title))
     , m_display(XOpenDisplay(nullptr))
 {
     if (m_display == nullptr) {

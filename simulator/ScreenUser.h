@@ -10,7 +10,8 @@
 
 #include <functional>
 
-struct _XDisplay;
+// The library's own name.
+struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
 /// A user in front of an X screen, who looks at one window and handles the mouse.
 ///
@@ -20,7 +21,7 @@ class ScreenUser
 {
 public:
     /// Looks at the window with this title, once it is there.
-    explicit ScreenUser(const QString &title);
+    explicit ScreenUser(QString title);
     ~ScreenUser();
 
     ScreenUser(const ScreenUser &) = delete;

@@ -70,7 +70,7 @@ QString Testbed::addHidInterface(const QString &usbPath, const HidInterface &int
 {
     const int number = d->nextHid++;
     const QString name = QString("hidraw%1").arg(number);
-    const QString node = "/dev/" + name;
+    QString node = "/dev/" + name;
     HidInterface complete = interface;
     if (complete.reportDescriptor.isEmpty()) {
         complete.reportDescriptor = outputDescriptor(interface.usagePage, interface.usage);

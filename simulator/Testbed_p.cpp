@@ -19,7 +19,7 @@ QByteArray hex(int value, int width)
 QString rootOf(UMockdevTestbed *testbed)
 {
     gchar *const path = umockdev_testbed_get_root_dir(testbed);
-    const QString result = QFile::decodeName(path);
+    QString result = QFile::decodeName(path);
     g_free(path);
     return result;
 }

@@ -12,7 +12,7 @@
 #include <map>
 #include <memory>
 
-struct _UMockdevTestbed;
+struct _UMockdevTestbed; // NOLINT(bugprone-reserved-identifier): the library's own name
 
 class Testbed::Private
 {

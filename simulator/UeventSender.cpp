@@ -14,7 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
+#include <utility>
 
 namespace {
 
@@ -68,8 +68,8 @@ QByteArray message(const QByteArray &subsystem, const QByteArray &deviceType,
 
 } // namespace
 
-UeventSender::UeventSender(const QString &directory)
-    : m_directory(directory)
+UeventSender::UeventSender(QString directory)
+    : m_directory(std::move(directory))
     , m_socket(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
     , m_thread([this] { run(); })
 { }

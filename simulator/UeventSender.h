@@ -21,7 +21,7 @@ class UeventSender
 {
 public:
     /// \a directory is the testbed's root, where the listeners' sockets lie.
-    explicit UeventSender(const QString &directory);
+    explicit UeventSender(QString directory);
     ~UeventSender();
 
     UeventSender(const UeventSender &) = delete;
