@@ -11,6 +11,8 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -34,21 +36,68 @@ DeviceBehaviour behaviourWith(const QString &fault)
     return behaviour;
 }
 
-/// The simulated user and what has been seen so far.
+/// The simulated user in front of the program's window.
 class Watcher
 {
 public:
-    Watcher()
-        : m_user("FW Update")
+    Watcher(const InsideProgram &program, QString pictures)
+        : m_program(program)
+        , m_pictures(std::move(pictures))
+        , m_user("FW Update")
     { }
 
-    ScreenUser &user() { return m_user; }
     QString status() { return WindowLook::statusText(m_user.look(), m_texts); }
     bool isEnabled() { return WindowLook::isUpgradeEnabled(m_user.look()); }
-    int progress() { return WindowLook::progress(m_user.look()); }
-    bool save(const QString &file) { return m_user.look().save(file); }
+
+    bool waitUntilEnabled(int milliseconds)
+    {
+        return waitUntil([this] { return isEnabled(); }, milliseconds);
+    }
+
+    /// The text that comes after a click, or the tool's own words, which are not known here.
+    void waitForNews()
+    {
+        const auto isNews = [this] {
+            const QString text = status();
+            return !text.isEmpty() || (text.isNull() && isEnabled());
+        };
+        waitUntil(isNews, kPatience);
+    }
+
+    void waitForSomeProgress()
+    {
+        constexpr int kSome = 600;
+        const auto isUnderWay = [this] {
+            return WindowLook::progress(m_user.look()) >= kSome || isEnabled();
+        };
+        waitUntil(isUnderWay, kPatience);
+    }
+
+    /// The text and the button are painted one after the other.
+    void waitForLastText()
+    {
+        constexpr int kShortly = 1000;
+        waitUntil([this] { return status() != kUpgrading; }, kShortly);
+    }
+
+    void click(const QPoint &position)
+    {
+        m_user.click(position);
+        m_user.movePointer(kAside);
+    }
+
+    void save(const QString &name) { m_user.look().save(m_pictures + '/' + name); }
 
 private:
+    /// Nothing is waited for once the program has ended.
+    bool waitUntil(const std::function<bool()> &condition, int milliseconds)
+    {
+        ScreenUser::waitUntil([&] { return condition() || !m_program.isRunning(); }, milliseconds);
+        return condition();
+    }
+
+    const InsideProgram &m_program;
+    const QString m_pictures;
     ScreenUser m_user;
     const QStringList m_texts = {"", kUpgrading, kSuccess, kNoDeviceFound};
 };
@@ -95,37 +144,30 @@ int Demo::playForPerson()
 
 int Demo::playWithUser(const QString &pictures)
 {
-    constexpr int kSomeProgress = 600;
-    Watcher watcher;
-    if (!openProgram() || !ScreenUser::waitUntil([&] { return watcher.isEnabled(); }, kPatience)) {
+    Watcher watcher(m_program, pictures);
+    if (!openProgram() || !watcher.waitUntilEnabled(kPatience)) {
         say("demo: the program did not show its window");
         return 1;
     }
-    watcher.save(pictures + "/idle.png");
-    watcher.user().click(kUpgradeButton);
-    watcher.user().movePointer(kAside);
+    watcher.save("idle.png");
+    watcher.click(kUpgradeButton);
     say("clicked \"Start Upgrade\"");
-
-    ScreenUser::waitUntil([&] { return !watcher.status().isEmpty(); }, kPatience);
+    watcher.waitForNews();
     if (watcher.status() == kUpgrading) {
         say(QString("the window shows: ") + kUpgrading);
-        const auto isUnderWay = [&] {
-            return watcher.progress() >= kSomeProgress || watcher.isEnabled();
-        };
-        ScreenUser::waitUntil(isUnderWay, kPatience);
+        watcher.waitForSomeProgress();
     }
-    watcher.save(pictures + "/running.png");
-    if (!ScreenUser::waitUntil([&] { return watcher.isEnabled(); }, kTimeOut)) {
-        say("demo: the program did not come to an end");
+    watcher.save("running.png");
+    if (!watcher.waitUntilEnabled(kTimeOut)) {
+        say("demo: the program did not come to an end of the upgrade");
         return 1;
     }
-    // The text and the button are painted one after the other.
-    ScreenUser::waitUntil([&] { return watcher.status() != kUpgrading; }, 1000);
+    watcher.waitForLastText();
+    watcher.save("finished.png");
     const QString status = watcher.status();
-    watcher.save(pictures + "/finished.png");
     say("the window shows: " + (status.isNull() ? "the tool's error text" : status));
 
-    watcher.user().click(kCloseButton);
+    watcher.click(kCloseButton);
     say("clicked the close button");
     awaitEnd();
     return verdict(status == kSuccess             ? Outcome::Success
