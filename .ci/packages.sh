@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Sourced by the commands in the root: install_missing PACKAGE… and what they need.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 
 build_packages=(
     cmake ninja-build g++ pkg-config
@@ -39,9 +39,10 @@ install_missing() {
         fi
     fi
     echo "installing: ${missing[*]}"
-    if ! "${as_root[@]}" apt-get update -qq ||
-        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y \
-            --no-install-recommends "${missing[@]}" >/dev/null; then
+    # An archive that cannot be reached may not be the one that is needed.
+    "${as_root[@]}" apt-get update -qq || true
+    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y \
+        --no-install-recommends "${missing[@]}" >/dev/null; then
         echo "These packages are missing and could not be installed: ${missing[*]}" >&2
         return 1
     fi

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QTest>
 
 #include <random>
 
@@ -52,6 +53,9 @@ Stage::~Stage()
         program.terminate();
     }
     ScreenUser::waitUntil([this] { return program.isAllFinished(); }, kLongest);
+    if (QTest::currentTestFailed()) {
+        tellLog();
+    }
 }
 
 void Stage::setToolScript(const QByteArray &script)
@@ -90,6 +94,20 @@ int Stage::progress()
 bool Stage::isUpgradeEnabled()
 {
     return WindowLook::isUpgradeEnabled(user.look());
+}
+
+void Stage::tellLog() const
+{
+    QFile log(path("log"));
+    if (!log.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QList<QByteArray> lines = log.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line != "Standard Output: \"\"") { // there is one for each tick
+            qInfo("fw-update: %s", line.constData());
+        }
+    }
 }
 
 QJsonObject Stage::record() const

@@ -22,7 +22,8 @@ public:
 
     explicit Stage(const DeviceBehaviour &behaviour = {});
 
-    /// Waits for a tool that is still running.
+    /// Waits for a tool that is still running, and tells what the program logged when the test
+    /// has failed.
     ~Stage();
 
     Stage(const Stage &) = delete;
@@ -56,6 +57,8 @@ public:
     DfuPackage package;
 
 private:
+    void tellLog() const;
+
     QTemporaryDir m_folder;
     QStringList m_texts;
 };
