@@ -201,9 +201,6 @@ bool Demo::openProgram()
     if (m_fault != "no-device") {
         m_device.startInApplication();
     }
-    QProcessEnvironment environment = m_program.environment();
-    environment.remove("QT_FONT_DPI"); // this process's own, the program sets its own
-    m_program.setEnvironment(environment);
     if (!m_program.start(m_folder + "/fw-update", {}, m_folder)) {
         say("demo: " + m_folder + "/fw-update cannot be started");
         return false;

@@ -32,8 +32,9 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
 int main(int argc, char *argv[])
 {
     // What the simulated user expects to read is drawn as the program draws it.
-    const Desktop desktop;
+    Desktop desktop;
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+    desktop.restoreEnvironment(); // the program finds what it would without the demo
 
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
