@@ -6,13 +6,14 @@ build_packages=(
     cmake ninja-build g++ pkg-config
     qtbase5-dev libqt5serialport5-dev libhidapi-dev libudev-dev)
 
-# The simulated device and the screen in front of which tests and demo run.
+# The simulated device and the screen in front of which tests and demo run. The private headers are
+# for tests, but nothing can be configured without them.
 simulator_packages=(
     umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
-    libx11-dev libxtst-dev xvfb fonts-dejavu-core)
+    libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
 
 # What only the tests need.
-test_packages=(qtbase5-private-dev qttools5-dev)
+test_packages=(qttools5-dev)
 
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
