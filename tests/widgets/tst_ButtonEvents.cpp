@@ -26,6 +26,8 @@ private slots:
     void handler();
     void looksReadyWhenItReports_data();
     void looksReadyWhenItReports();
+    void slotHasTheLastWord_data();
+    void slotHasTheLastWord();
     void repaintsAround_data();
     void repaintsAround();
     void keepsItsStateWhileDisabled_data();
@@ -177,6 +179,32 @@ void tst_ButtonEvents::looksReadyWhenItReports()
     for (int i = 0; i < shown.size(); ++i) {
         QCOMPARE(seen.at(i), subject.looks.at(shown.at(i)));
     }
+}
+
+void tst_ButtonEvents::slotHasTheLastWord_data()
+{
+    QTest::addColumn<int>("shown");
+
+    QTest::newRow("MButton") << 0;
+    QTest::newRow("ImageButton") << 0;
+    QTest::newRow("tabButton") << 0;
+    QTest::newRow("ColorButton") << 1;
+    QTest::newRow("FuncButton") << 0;
+    QTest::newRow("IconButton") << 0;
+    QTest::newRow("SwitchButton") << 3;
+    QTest::newRow("ProfileButton") << 0;
+}
+
+/// A slot that takes the pointer away, as one that opens a window does: the release is over by then
+/// and does not bring the hover look back.
+void tst_ButtonEvents::slotHasTheLastWord()
+{
+    QFETCH(int, shown);
+
+    const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder);
+    connect(subject.button.get(), &QAbstractButton::clicked, [&] { subject.act(Leave, kInside); });
+    QTest::mouseClick(subject.button.get(), Qt::LeftButton);
+    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(shown));
 }
 
 void tst_ButtonEvents::repaintsAround_data()
