@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "examples/gallery/Gallery.h"
+
+#include "examples/gallery/Card.h"
+#include "widgets/SwitchButton.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QProcess>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace {
+
+/// The card of the class \a name, as it looks now.
+QImage cardPicture(Gallery &gallery, const QString &name)
+{
+    gallery.picture(); // lays the window out
+    for (Card *card : gallery.cards()) {
+        if (card->className() == name) {
+            return card->grab().toImage();
+        }
+    }
+    return {};
+}
+
+QCheckBox *checkBox(Gallery &gallery, const QString &text)
+{
+    const auto boxes = gallery.findChildren<QCheckBox *>();
+    const auto box = std::find_if(boxes.begin(), boxes.end(),
+                                  [&](const QCheckBox *each) { return each->text() == text; });
+    return box == boxes.end() ? nullptr : *box;
+}
+
+void runGallery(const QStringList &arguments)
+{
+    QProcess gallery;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        environment.remove(display);
+    }
+    gallery.setProcessEnvironment(environment);
+    gallery.start(GALLERY, arguments);
+    QVERIFY(gallery.waitForFinished());
+    QCOMPARE(gallery.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(gallery.exitCode(), 0);
+}
+
+} // namespace
+
+class tst_Gallery : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsEveryClass();
+    void controlsDriveTheLiveOnes_data();
+    void controlsDriveTheLiveOnes();
+    void switchIsFollowedByItsControl();
+    void savesItsPictureWithoutADisplay();
+    void savesThePicturesOfTheManual();
+};
+
+void tst_Gallery::showsEveryClass()
+{
+    const Gallery gallery;
+    QStringList names;
+    for (const Card *card : gallery.cards()) {
+        names << card->className();
+    }
+    names.sort();
+    QCOMPARE(names,
+             (QStringList{"ColorButton", "CustomArea", "CustomProgressBar", "FuncButton",
+                          "IconButton", "ImageButton", "MButton", "NinePatchPainter",
+                          "ProfileButton", "SwitchButton", "tabButton"}));
+}
+
+void tst_Gallery::controlsDriveTheLiveOnes_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QStringList>("changing");
+
+    QTest::newRow("enabled: the classes with a disabled look")
+        << "enabled" << QStringList{"ImageButton", "MButton"};
+    QTest::newRow("checked: the classes with a mark")
+        << "checked" << QStringList{"FuncButton", "SwitchButton", "tabButton"};
+    QTest::newRow("caption: the classes with one")
+        << "caption"
+        << QStringList{"FuncButton", "IconButton", "MButton", "ProfileButton", "tabButton"};
+    QTest::newRow("value: the progress bar") << "value" << QStringList{"CustomProgressBar"};
+}
+
+void tst_Gallery::controlsDriveTheLiveOnes()
+{
+    QFETCH(QString, control);
+    QFETCH(QStringList, changing);
+
+    Gallery gallery;
+    QMap<QString, QImage> before;
+    for (const Card *card : gallery.cards()) {
+        before[card->className()] = cardPicture(gallery, card->className());
+    }
+    if (control == "enabled") {
+        checkBox(gallery, "Enabled")->click();
+    } else if (control == "checked") {
+        checkBox(gallery, "Checked")->click();
+    } else if (control == "caption") {
+        gallery.findChild<QLineEdit *>()->setText("Zap");
+    } else {
+        gallery.findChild<QSlider *>()->setValue(100);
+    }
+
+    QStringList changed;
+    for (auto card = before.cbegin(); card != before.cend(); ++card) {
+        if (cardPicture(gallery, card.key()) != card.value()) {
+            changed << card.key();
+        }
+    }
+    QCOMPARE(changed, changing);
+}
+
+void tst_Gallery::switchIsFollowedByItsControl()
+{
+    Gallery gallery;
+    const auto switches = gallery.findChildren<SwitchButton *>();
+    const auto live = std::find_if(switches.begin(), switches.end(), [](const SwitchButton *each) {
+        return !each->testAttribute(Qt::WA_TransparentForMouseEvents);
+    });
+    QVERIFY(live != switches.end());
+    QTest::mouseClick(*live, Qt::LeftButton);
+    QVERIFY((*live)->isCheck());
+    QVERIFY(checkBox(gallery, "Checked")->isChecked());
+}
+
+void tst_Gallery::savesItsPictureWithoutADisplay()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("gallery.png");
+    runGallery({"--save", path});
+    const QImage picture(path);
+    QVERIFY(picture.width() > 1000);
+    QVERIFY(picture.height() > 600);
+}
+
+void tst_Gallery::savesThePicturesOfTheManual()
+{
+    const QTemporaryDir folder;
+    runGallery({"--save-documents", folder.filePath("images")});
+    const QDir images(folder.filePath("images"));
+    const Gallery gallery;
+    for (const Card *card : gallery.cards()) {
+        QVERIFY2(!QImage(images.filePath(card->className() + ".png")).isNull(),
+                 qPrintable(card->className()));
+    }
+    const QStringList withPictures
+        = {"MButton",    "ImageButton",  "tabButton",     "FuncButton",
+           "IconButton", "SwitchButton", "ProfileButton", "NinePatchPainter"};
+    for (const QString &name : withPictures) {
+        QVERIFY2(!QImage(images.filePath(name + "-strip.png")).isNull(), qPrintable(name));
+    }
+}
+
+QTEST_MAIN(tst_Gallery)
+#include "tst_Gallery.moc"
