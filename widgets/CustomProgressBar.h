@@ -15,6 +15,7 @@ class CustomProgressBar : public QWidget
     Q_OBJECT
 
 public:
+    /// Begins at value 0.
     explicit CustomProgressBar(QWidget *parent = nullptr)
         : QWidget(parent)
     { }
@@ -27,11 +28,17 @@ public:
         update();
     }
 
+    /// The value that setValue() has left, from 0 to maximum().
+    int value() const { return m_value; }
+
+    /// The value of a full bar.
+    int maximum() const { return m_maximum; }
+
 protected:
+    /// Both rectangles are stroked with the painter's default pen on purpose: it is the bar's
+    /// one-pixel outline, and at value 0 the line at its left end.
     void paintEvent(QPaintEvent * /*event*/) override
     {
-        // Both rectangles are stroked with the painter's default pen on purpose: it is the bar's
-        // one-pixel outline, and at value 0 the line at its left end.
         QPainter painter(this);
         painter.setBrush(QBrush(QColor(81, 81, 81), Qt::SolidPattern));
         painter.drawRect(QRect(0, 0, width(), height()));

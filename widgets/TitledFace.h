@@ -17,9 +17,9 @@ class QPainter;
 /// rule.
 struct TitledFace
 {
-    QList<QPixmap> backgrounds;
+    QList<QPixmap> backgrounds; ///< by state; those of all strips, in the order of adding
     int backgroundCount = 0; ///< as last given, whatever the list holds
-    QList<QPixmap> icons;
+    QList<QPixmap> icons; ///< likewise
     int iconCount = 0; ///< as last given; 1 means that the first icon serves every state
     QRect iconRect; ///< the icon is drawn at its top left, its size plays no part in that
     QRect spareRect; ///< reserved

@@ -1,0 +1,26 @@
+# SPDX-License-Identifier: MIT
+# The documents lead nowhere into the void, and the manual of the kit leaves no class out.
+cmake_minimum_required(VERSION 3.25)
+
+file(GLOB documents ${ROOT}/docs/*.md)
+foreach(document IN LISTS documents)
+    cmake_path(GET document PARENT_PATH folder)
+    file(READ ${document} text)
+    string(REGEX MATCHALL "\\]\\([^)]+\\)" links "${text}")
+    foreach(link IN LISTS links)
+        string(REGEX REPLACE "^\\]\\(([^)#]*).*\\)$" "\\1" target "${link}")
+        if(NOT target MATCHES "^[a-z]+:" AND NOT EXISTS ${folder}/${target})
+            message(SEND_ERROR "${document}: there is no ${target}")
+        endif()
+    endforeach()
+endforeach()
+
+file(READ ${ROOT}/docs/widgets.md manual)
+file(GLOB headers ${ROOT}/widgets/*.h)
+foreach(header IN LISTS headers)
+    file(READ ${header} text)
+    cmake_path(GET header STEM class)
+    if(text MATCHES "Q_OBJECT" AND NOT manual MATCHES "\n## ${class}\n")
+        message(SEND_ERROR "docs/widgets.md: no section on ${class}")
+    endif()
+endforeach()
