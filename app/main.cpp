@@ -3,6 +3,7 @@
 
 #include "app/Desktop.h"
 #include "app/MainWindow.h"
+#include "widgets/KitAccessibility.h"
 
 #include <QApplication>
 
@@ -10,6 +11,7 @@ int main(int argc, char *argv[])
 {
     Desktop desktop;
     QApplication application(argc, argv);
+    KitAccessibility::install();
     MainWindow window;
     window.show();
     desktop.restoreEnvironment();

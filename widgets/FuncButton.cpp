@@ -18,6 +18,11 @@ FuncButton::FuncButton(QWidget *parent, QString title)
     show();
 }
 
+QString FuncButton::title() const
+{
+    return m_title;
+}
+
 void FuncButton::setPixmap(QString normalPath, QString activePath)
 {
     m_normalPixmap.load(normalPath);

@@ -23,6 +23,9 @@ public:
     /// The \a title is the caption, fixed for good; text() stays empty.
     FuncButton(QWidget *parent, QString title);
 
+    /// What the caption reads.
+    QString title() const;
+
     /// Loads the pictures at \a normalPath and \a activePath (files or resources). An unreadable
     /// one paints as nothing. Does not repaint.
     void setPixmap(QString normalPath, QString activePath);

@@ -16,6 +16,11 @@ IconButton::IconButton(QWidget *parent, QString title)
     show();
 }
 
+QString IconButton::title() const
+{
+    return m_title;
+}
+
 void IconButton::setBkgPixmap(QString path, int count)
 {
     m_face.addBackgrounds(path, count);

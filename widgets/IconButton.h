@@ -23,6 +23,9 @@ public:
     /// The \a title is fixed for good; text() stays empty.
     IconButton(QWidget *parent, QString title);
 
+    /// What the title reads.
+    QString title() const;
+
     /// Appends the \a count frames of the background strip at \a path (a file or a resource). Call
     /// it once: frames of earlier strips stay in front and go on being shown. A count below 1
     /// appends nothing, an unreadable picture paints as nothing. Does not repaint.

@@ -16,6 +16,11 @@ ProfileButton::ProfileButton(QWidget *parent, QString title)
     show();
 }
 
+QString ProfileButton::title() const
+{
+    return m_title;
+}
+
 void ProfileButton::setBkgPixmap(QString path, int count)
 {
     m_face.addBackgrounds(path, count);

@@ -3,6 +3,7 @@
 
 #include "examples/gallery/DocumentPictures.h"
 #include "examples/gallery/Gallery.h"
+#include "widgets/KitAccessibility.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -51,6 +52,7 @@ int main(int argc, char *argv[])
     parser.addOptions({save, saveDocuments});
     parser.process(application);
 
+    KitAccessibility::install();
     Gallery gallery;
     if (parser.isSet(save)) {
         return gallery.picture().save(parser.value(save)) ? 0 : 1;
