@@ -13,7 +13,7 @@ simulator_packages=(
     libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
 
 # What only the tests need.
-test_packages=(qttools5-dev)
+test_packages=(doxygen qttools5-dev)
 
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
