@@ -6,9 +6,11 @@
 #include "examples/gallery/Card.h"
 #include "widgets/SwitchButton.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QProcess>
+#include <QSet>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -59,6 +61,8 @@ class tst_Gallery : public QObject
 
 private slots:
     void showsEveryClass();
+    void stillsDifferByLook_data();
+    void stillsDifferByLook();
     void controlsDriveTheLiveOnes_data();
     void controlsDriveTheLiveOnes();
     void switchIsFollowedByItsControl();
@@ -78,6 +82,37 @@ void tst_Gallery::showsEveryClass()
              (QStringList{"ColorButton", "CustomArea", "CustomProgressBar", "FuncButton",
                           "IconButton", "ImageButton", "MButton", "NinePatchPainter",
                           "ProfileButton", "SwitchButton", "tabButton"}));
+}
+
+void tst_Gallery::stillsDifferByLook_data()
+{
+    QTest::addColumn<int>("looks");
+
+    QTest::newRow("ImageButton") << 4;
+    QTest::newRow("MButton") << 5; // stretched: normal, hover, disabled; plain: two, some alike
+    QTest::newRow("tabButton") << 3; // pressed and selected are alike
+    QTest::newRow("FuncButton") << 2;
+    QTest::newRow("IconButton") << 3;
+    QTest::newRow("ProfileButton") << 3;
+    QTest::newRow("SwitchButton") << 6;
+}
+
+void tst_Gallery::stillsDifferByLook()
+{
+    QFETCH(int, looks);
+
+    Gallery gallery;
+    gallery.picture(); // lays the window out
+    QSet<QByteArray> pictures;
+    for (QAbstractButton *button : gallery.findChildren<QAbstractButton *>()) {
+        const bool isStill = button->testAttribute(Qt::WA_TransparentForMouseEvents);
+        if (isStill && QByteArray(button->metaObject()->className()) == QTest::currentDataTag()) {
+            const QImage picture = button->grab().toImage();
+            pictures << QByteArray(reinterpret_cast<const char *>(picture.constBits()),
+                                   int(picture.sizeInBytes()));
+        }
+    }
+    QCOMPARE(pictures.size(), looks);
 }
 
 void tst_Gallery::controlsDriveTheLiveOnes_data()
