@@ -48,19 +48,25 @@ QString Testbed::addUsbDevice(const UsbDevice &device)
     Sysfs::Device usb;
     usb.path = QString("/devices/usb1/1-%1").arg(number);
     usb.subsystem = "usb";
-    usb.properties = {{"DEVTYPE", "usb_device"},
-                      {"DRIVER", "usb"},
-                      {"BUSNUM", "001"},
-                      {"DEVNUM", QByteArray::number(number).rightJustified(3, '0')},
-                      {"PRODUCT", (vendorId + '/' + productId + "/100")}};
-    usb.attributes = {{"busnum", "1"},
-                      {"devnum", QByteArray::number(number)},
-                      {"idVendor", vendorId.rightJustified(4, '0')},
-                      {"idProduct", productId.rightJustified(4, '0')},
-                      {"bcdDevice", "0100"},
-                      {"manufacturer", "FW Update"},
-                      {"product", device.name.toUtf8()},
-                      {"serial", device.serialNumber.toUtf8()}};
+    const QByteArray deviceNumber = QByteArray::number(number).rightJustified(3, '0');
+    usb.properties = overridden({{"DEVTYPE", "usb_device"},
+                                 {"DEVNAME", "bus/usb/001/" + deviceNumber},
+                                 {"MAJOR", "189"},
+                                 {"MINOR", QByteArray::number(number - 1)},
+                                 {"DRIVER", "usb"},
+                                 {"BUSNUM", "001"},
+                                 {"DEVNUM", deviceNumber},
+                                 {"PRODUCT", (vendorId + '/' + productId + "/100")}},
+                                device.properties);
+    usb.attributes = overridden({{"busnum", "1"},
+                                 {"devnum", QByteArray::number(number)},
+                                 {"idVendor", vendorId.rightJustified(4, '0')},
+                                 {"idProduct", productId.rightJustified(4, '0')},
+                                 {"bcdDevice", "0100"},
+                                 {"manufacturer", "FW Update"},
+                                 {"product", device.name.toUtf8()},
+                                 {"serial", device.serialNumber.toUtf8()}},
+                                device.attributes);
     d->usbDevices[usb.path] = device;
     d->add(usb);
     return usb.path;

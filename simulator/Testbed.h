@@ -29,6 +29,8 @@ public:
         int productId = 0;
         QString name;
         QString serialNumber;
+        Values properties = {}; ///< Overrides DEVNAME and its like.
+        Values attributes = {}; ///< Overrides idVendor, product and their like.
     };
 
     struct HidInterface

@@ -24,6 +24,8 @@ QString rootOf(UMockdevTestbed *testbed)
     return result;
 }
 
+} // namespace
+
 Testbed::Values overridden(Testbed::Values values, const Testbed::Values &overrides)
 {
     for (auto entry = overrides.begin(); entry != overrides.end(); ++entry) {
@@ -35,8 +37,6 @@ Testbed::Values overridden(Testbed::Values values, const Testbed::Values &overri
     }
     return values;
 }
-
-} // namespace
 
 Testbed::Private::Private()
     : testbed(umockdev_testbed_new())

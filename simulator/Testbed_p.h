@@ -14,6 +14,9 @@
 
 struct _UMockdevTestbed; // NOLINT(bugprone-reserved-identifier): the library's own name
 
+/// The values with what goes before them, null ones left out.
+Testbed::Values overridden(Testbed::Values values, const Testbed::Values &overrides);
+
 class Testbed::Private
 {
 public:

@@ -92,7 +92,10 @@ void UeventSender::send(const QByteArray &subsystem, const QByteArray &deviceTyp
     const QStringList listeners = QDir(m_directory).entryList({"event*"}, QDir::System);
     const std::lock_guard lock(m_mutex);
     for (const QString &listener : listeners) {
-        m_queues[QFile::encodeName(m_directory + '/' + listener)].push_back(event);
+        // Tried at once, so that nobody who takes the place of one that has gone gets it.
+        const QByteArray path = QFile::encodeName(m_directory + '/' + listener);
+        m_queues[path].push_back(event);
+        deliver(path, m_queues[path]);
     }
     m_changed.notify_one();
 }
