@@ -3,6 +3,8 @@
 
 #include "device/DeviceComm.h"
 
+#include "device/HidPlugHook_p.h"
+
 #include <hidapi.h>
 
 #include <array>
@@ -41,15 +43,19 @@ DeviceComm &DeviceComm::GetInst()
 DeviceComm::DeviceComm()
 {
     hid_init();
+    startHidPlugWatch();
 }
 
 DeviceComm::~DeviceComm()
 {
+    stopHidPlugWatch();
     hid_exit();
 }
 
 bool DeviceComm::startUpdate(int vendorId, int productId)
 {
+    // The enumeration may turn the event loop, and devices come and go while it does.
+    const HidPlugPause pause;
     bool reached = false;
     hid_device_info *const all = hid_enumerate(0, 0);
     // The walk goes on after a success on purpose: with two devices attached, both restart.

@@ -6,7 +6,7 @@
 /// The program's only conversation with the device over USB HID.
 ///
 /// The one object owns hidapi for as long as it lives: from the first GetInst() to the end of the
-/// process. Use it on the GUI thread only.
+/// process. So does the watch behind register_hid_plug_callback(). Use it on the GUI thread only.
 class DeviceComm
 {
 public:

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/HidPlugHook.h"
+
+#include "device/HidPlugHook_p.h"
+
+#include <algorithm>
+#include <deque>
+
+namespace {
+
+struct Report
+{
+    int arrived;
+    int vendorId;
+    int productId;
+    int usage;
+    int usagePage;
+    HidProductName productName;
+};
+
+HidPlugCallback plugCallback = nullptr;
+void *plugContext = nullptr;
+
+// Made before DeviceComm, so that it still exists when that goes at the end of the process.
+std::deque<Report> waiting;
+int pauses = 0;
+
+bool isHighSurrogate(char16_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool isLowSurrogate(char16_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+int lowBits(int id)
+{
+    return static_cast<int>(static_cast<unsigned>(id) & 0xFFFFU);
+}
+
+int firstNonZero(int value, int fallback)
+{
+    return value != 0 ? value : fallback;
+}
+
+} // namespace
+
+void register_hid_plug_callback(HidPlugCallback callback, void *context)
+{
+    plugCallback = callback;
+    plugContext = context;
+}
+
+std::size_t hidNameUnits(std::size_t units)
+{
+    return std::min(units, kHidNameLength);
+}
+
+HidProductName hidProductName(std::u16string_view name)
+{
+    // The cut may go through a pair; its first half is then a lone surrogate like any other.
+    const std::u16string_view kept = name.substr(0, hidNameUnits(name.size()));
+    HidProductName result = {};
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        const char16_t unit = kept[i];
+        if (isHighSurrogate(unit) && i + 1 < kept.size() && isLowSurrogate(kept[i + 1])) {
+            ++i;
+            result[length++]
+                = static_cast<wchar_t>(0x10000 + (unit - 0xD800) * 0x400 + (kept[i] - 0xDC00));
+        } else if (isHighSurrogate(unit) || isLowSurrogate(unit)) {
+            result[length++] = L'?';
+        } else {
+            result[length++] = static_cast<wchar_t>(unit);
+        }
+    }
+    return result;
+}
+
+void queueHidPlug(bool arrived, const HidProperties &properties)
+{
+    waiting.push_back({arrived ? 1 : 0, lowBits(properties.vendorId), lowBits(properties.productId),
+                       firstNonZero(properties.deviceUsage, properties.primaryUsage),
+                       firstNonZero(properties.deviceUsagePage, properties.primaryUsagePage),
+                       properties.productName});
+}
+
+void deliverHidPlugs()
+{
+    while (pauses == 0 && !waiting.empty()) {
+        // Taken out first: the callback may turn the event loop and so come back here.
+        const Report report = waiting.front();
+        waiting.pop_front();
+        if (plugCallback != nullptr) {
+            plugCallback(report.arrived, report.vendorId, report.productId, report.usage,
+                         report.usagePage, report.productName.data(), plugContext);
+        }
+    }
+}
+
+void dropHidPlugs()
+{
+    waiting.clear();
+}
+
+HidPlugPause::HidPlugPause()
+{
+    ++pauses;
+}
+
+HidPlugPause::~HidPlugPause()
+{
+    --pauses;
+    // Not delivered from here, where the paused call has yet to return.
+    if (!waiting.empty()) {
+        wakeHidPlugWatch();
+    }
+}

@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/HidPlugHook_p.h"
+#include "device/HidSysfs_linux.h"
+#include "device/Udev_linux.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QSocketNotifier>
+
+#include <fstream>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+constexpr char kSubsystem[] = "hidraw";
+
+std::string orEmpty(const char *text)
+{
+    return text != nullptr ? text : "";
+}
+
+std::vector<std::uint8_t> readReportDescriptor(udev_device *hid)
+{
+    constexpr std::size_t kMaxSize = 4096; // the kernel takes no larger one
+    std::ifstream file(orEmpty(udev_device_get_syspath(hid)) + "/report_descriptor",
+                       std::ios::binary);
+    std::array<char, kMaxSize> content = {};
+    file.read(content.data(), content.size());
+    return {content.begin(), content.begin() + file.gcount()};
+}
+
+std::string readName(udev_device *hid)
+{
+    udev_device *const usb
+        = udev_device_get_parent_with_subsystem_devtype(hid, "usb", "usb_device");
+    const char *const product
+        = usb != nullptr ? udev_device_get_sysattr_value(usb, "product") : nullptr;
+    return orEmpty(product != nullptr ? product : udev_device_get_property_value(hid, "HID_NAME"));
+}
+
+HidProperties readProperties(udev_device *hidraw)
+{
+    // Parents belong to their children and are not given back.
+    udev_device *const hid = udev_device_get_parent_with_subsystem_devtype(hidraw, "hid", nullptr);
+    if (hid == nullptr) {
+        return {};
+    }
+    const HidSysfs sysfs = {orEmpty(udev_device_get_property_value(hid, "HID_ID")), readName(hid),
+                            readReportDescriptor(hid)};
+    return sysfs.properties();
+}
+
+class HidPlugWatch
+{
+public:
+    HidPlugWatch();
+    ~HidPlugWatch();
+
+    HidPlugWatch(const HidPlugWatch &) = delete;
+    HidPlugWatch &operator=(const HidPlugWatch &) = delete;
+
+    void wake();
+
+private:
+    void listen();
+    void queueAttached();
+    void receive();
+    void queueArrival(udev_device *device);
+    void queueRemoval(udev_device *device);
+
+    const Udev m_udev;
+    const UdevMonitor m_monitor;
+    // A device's properties have gone by the time of its removal.
+    std::map<std::string, HidProperties> m_attached;
+    // The application's child: DeviceComm outlives it and must find it gone by then.
+    QPointer<QSocketNotifier> m_notifier;
+};
+
+HidPlugWatch::HidPlugWatch()
+    : m_udev(udev_new())
+    , m_monitor(udev_monitor_new_from_netlink(m_udev.get(), "udev"))
+{
+    if (m_monitor == nullptr) {
+        return;
+    }
+    udev_monitor_filter_add_match_subsystem_devtype(m_monitor.get(), kSubsystem, nullptr);
+    udev_monitor_enable_receiving(m_monitor.get());
+    listen();
+    // After the monitor, so that no device slips through between the two.
+    queueAttached();
+    wake();
+}
+
+HidPlugWatch::~HidPlugWatch()
+{
+    delete m_notifier; // null when the application has gone
+}
+
+void HidPlugWatch::wake()
+{
+    if (m_notifier != nullptr) {
+        QMetaObject::invokeMethod(m_notifier, &deliverHidPlugs, Qt::QueuedConnection);
+    }
+}
+
+void HidPlugWatch::listen()
+{
+    if (QCoreApplication::instance() == nullptr) {
+        return;
+    }
+    m_notifier = new QSocketNotifier(udev_monitor_get_fd(m_monitor.get()), QSocketNotifier::Read,
+                                     QCoreApplication::instance());
+    QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [this] { receive(); });
+}
+
+void HidPlugWatch::queueAttached()
+{
+    const UdevEnumerate devices(udev_enumerate_new(m_udev.get()));
+    udev_enumerate_add_match_subsystem(devices.get(), kSubsystem);
+    udev_enumerate_scan_devices(devices.get());
+    for (udev_list_entry *entry = udev_enumerate_get_list_entry(devices.get()); entry != nullptr;
+         entry = udev_list_entry_get_next(entry)) {
+        const UdevDevice device(
+            udev_device_new_from_syspath(m_udev.get(), udev_list_entry_get_name(entry)));
+        if (device != nullptr) {
+            queueArrival(device.get());
+        }
+    }
+}
+
+void HidPlugWatch::receive()
+{
+    while (const UdevDevice device = UdevDevice(udev_monitor_receive_device(m_monitor.get()))) {
+        const std::string action = orEmpty(udev_device_get_action(device.get()));
+        if (action == "add") {
+            queueArrival(device.get());
+        } else if (action == "remove") {
+            queueRemoval(device.get());
+        }
+    }
+    deliverHidPlugs();
+}
+
+void HidPlugWatch::queueArrival(udev_device *device)
+{
+    const std::string path = udev_device_get_syspath(device);
+    if (m_attached.count(path) != 0) {
+        return; // announced while it was enumerated
+    }
+    const HidProperties properties = readProperties(device);
+    m_attached.emplace(path, properties);
+    queueHidPlug(true, properties);
+}
+
+void HidPlugWatch::queueRemoval(udev_device *device)
+{
+    const auto known = m_attached.find(udev_device_get_syspath(device));
+    if (known == m_attached.end()) {
+        return;
+    }
+    queueHidPlug(false, known->second);
+    m_attached.erase(known);
+}
+
+std::unique_ptr<HidPlugWatch> watch;
+
+} // namespace
+
+void startHidPlugWatch()
+{
+    if (watch == nullptr) {
+        watch = std::make_unique<HidPlugWatch>();
+    }
+}
+
+void stopHidPlugWatch()
+{
+    watch.reset();
+    dropHidPlugs();
+}
+
+void wakeHidPlugWatch()
+{
+    if (watch != nullptr) {
+        watch->wake();
+    }
+}

@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/HidPlugHook_p.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <IOKit/hid/IOHIDKeys.h>
+#include <IOKit/hid/IOHIDManager.h>
+
+#include <memory>
+#include <type_traits>
+
+namespace {
+
+struct Release
+{
+    void operator()(CFTypeRef object) const { CFRelease(object); }
+};
+
+template <typename Ref> using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
+
+int readNumber(IOHIDDeviceRef device, CFStringRef key)
+{
+    const CFTypeRef property = IOHIDDeviceGetProperty(device, key);
+    if (property == nullptr || CFGetTypeID(property) != CFNumberGetTypeID()) {
+        return 0;
+    }
+    SInt32 value = 0;
+    // Its result is no concern: of a number that is too large the low bits are there all the same.
+    CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt32Type, &value);
+    return value;
+}
+
+HidProductName readProductName(IOHIDDeviceRef device)
+{
+    HidProductName name = {};
+    // Taken for a string without a look on purpose.
+    const auto product
+        = static_cast<CFStringRef>(IOHIDDeviceGetProperty(device, CFSTR(kIOHIDProductKey)));
+    if (product == nullptr) {
+        return name;
+    }
+    const auto units = hidNameUnits(static_cast<std::size_t>(CFStringGetLength(product)));
+    CFIndex used = 0;
+    CFStringGetBytes(product, CFRangeMake(0, static_cast<CFIndex>(units)), kCFStringEncodingUTF32LE,
+                     '?', 0, reinterpret_cast<UInt8 *>(name.data()),
+                     static_cast<CFIndex>(kHidNameLength * sizeof(wchar_t)), &used);
+    name[static_cast<std::size_t>(used) / sizeof(wchar_t)] = L'\0';
+    return name;
+}
+
+void report(bool arrived, IOHIDDeviceRef device)
+{
+    if (device == nullptr) {
+        return;
+    }
+    HidProperties properties;
+    properties.vendorId = readNumber(device, CFSTR(kIOHIDVendorIDKey));
+    properties.productId = readNumber(device, CFSTR(kIOHIDProductIDKey));
+    properties.deviceUsage = readNumber(device, CFSTR(kIOHIDDeviceUsageKey));
+    properties.primaryUsage = readNumber(device, CFSTR(kIOHIDPrimaryUsageKey));
+    properties.deviceUsagePage = readNumber(device, CFSTR(kIOHIDDeviceUsagePageKey));
+    properties.primaryUsagePage = readNumber(device, CFSTR(kIOHIDPrimaryUsagePageKey));
+    properties.productName = readProductName(device);
+    queueHidPlug(arrived, properties);
+    deliverHidPlugs();
+}
+
+void deviceMatched(void * /*context*/, IOReturn /*result*/, void * /*sender*/,
+                   IOHIDDeviceRef device)
+{
+    report(true, device);
+}
+
+void deviceRemoved(void * /*context*/, IOReturn /*result*/, void * /*sender*/,
+                   IOHIDDeviceRef device)
+{
+    report(false, device);
+}
+
+void catchUp(void * /*context*/)
+{
+    deliverHidPlugs();
+}
+
+Owned<CFRunLoopSourceRef> makeCatchUpSource()
+{
+    CFRunLoopSourceContext context = {};
+    context.perform = catchUp;
+    return Owned<CFRunLoopSourceRef>(CFRunLoopSourceCreate(kCFAllocatorDefault, 0, &context));
+}
+
+class HidPlugWatch
+{
+public:
+    HidPlugWatch();
+    ~HidPlugWatch();
+
+    HidPlugWatch(const HidPlugWatch &) = delete;
+    HidPlugWatch &operator=(const HidPlugWatch &) = delete;
+
+    void wake();
+
+private:
+    const CFRunLoopRef m_runLoop; // the thread's own, which the system keeps
+    const Owned<CFRunLoopSourceRef> m_catchUp;
+    // Never opened: that is not needed to be told of devices, and the user would be asked whether
+    // the program may monitor the keyboard.
+    const Owned<IOHIDManagerRef> m_manager;
+};
+
+HidPlugWatch::HidPlugWatch()
+    : m_runLoop(CFRunLoopGetCurrent())
+    , m_catchUp(makeCatchUpSource())
+    , m_manager(IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone))
+{
+    CFRunLoopAddSource(m_runLoop, m_catchUp.get(), kCFRunLoopDefaultMode);
+    if (m_manager == nullptr) {
+        return;
+    }
+    IOHIDManagerSetDeviceMatching(m_manager.get(), nullptr);
+    // Before the schedule, which already looks for who wants to be told.
+    IOHIDManagerRegisterDeviceMatchingCallback(m_manager.get(), deviceMatched, nullptr);
+    IOHIDManagerRegisterDeviceRemovalCallback(m_manager.get(), deviceRemoved, nullptr);
+    IOHIDManagerScheduleWithRunLoop(m_manager.get(), m_runLoop, kCFRunLoopDefaultMode);
+}
+
+HidPlugWatch::~HidPlugWatch()
+{
+    if (m_manager != nullptr) {
+        IOHIDManagerUnscheduleFromRunLoop(m_manager.get(), m_runLoop, kCFRunLoopDefaultMode);
+    }
+    CFRunLoopSourceInvalidate(m_catchUp.get());
+}
+
+void HidPlugWatch::wake()
+{
+    CFRunLoopSourceSignal(m_catchUp.get());
+    CFRunLoopWakeUp(m_runLoop);
+}
+
+std::unique_ptr<HidPlugWatch> watch;
+
+} // namespace
+
+void startHidPlugWatch()
+{
+    if (watch == nullptr) {
+        watch = std::make_unique<HidPlugWatch>();
+    }
+}
+
+void stopHidPlugWatch()
+{
+    watch.reset();
+    dropHidPlugs();
+}
+
+void wakeHidPlugWatch()
+{
+    if (watch != nullptr) {
+        watch->wake();
+    }
+}

@@ -1,0 +1,476 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/DeviceComm.h"
+#include "device/HidPlugHook_p.h"
+#include "simulator/Testbed.h"
+#include "tests/device/PlugRecorder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <QtTest>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
+const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
+const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+
+Plug removal(Plug arrival)
+{
+    arrival.arrived = 0;
+    return arrival;
+}
+
+/// Watches while it lives.
+class Watch
+{
+public:
+    Watch() { startHidPlugWatch(); }
+    ~Watch() { stopHidPlugWatch(); }
+
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+};
+
+/// Turns the event loop until everything announced so far has been seen: a last device comes.
+void settle(Testbed &testbed, PlugRecorder &recorder)
+{
+    const QString last = testbed.addUsbDevice({1, 2, "last", ""});
+    testbed.addHidInterface(last, {1, 6, {}, {}});
+    const Plug arrival = {1, 1, 2, 6, 1, "last"};
+    QTRY_VERIFY(!recorder.plugs.isEmpty() && recorder.plugs.last() == arrival);
+    recorder.plugs.removeLast();
+}
+
+/// Runs this program in another role; returns what it printed, an error text when it failed.
+QByteArray runAs(const QString &role)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {"--as", role});
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit
+        || process.exitCode() != 0) {
+        return "failed: " + process.readAllStandardError();
+    }
+    return process.readAllStandardOutput() + process.readAllStandardError();
+}
+
+void printPlug(int arrived, int vendorId, int productId, int /*usage*/, int /*usagePage*/,
+               const wchar_t * /*productName*/, void * /*context*/)
+{
+    std::printf("%d %x:%x\n", arrived, static_cast<unsigned>(vendorId),
+                static_cast<unsigned>(productId));
+}
+
+/// A program whose DeviceComm goes after its application.
+int outliveTheApplication(int argc, char *argv[])
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    QCoreApplication application(argc, argv);
+    DeviceComm::GetInst();
+    QTimer::singleShot(0, &application, &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
+
+/// A program that ends while reports wait.
+int leaveReportsBehind(int argc, char *argv[])
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    const QCoreApplication application(argc, argv);
+    DeviceComm::GetInst().startUpdate(0, 0);
+    return 0;
+}
+
+/// A program without any application.
+int doWithoutApplication()
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    DeviceComm::GetInst().startUpdate(0, 0);
+    return 0;
+}
+
+} // namespace
+
+class tst_HidPlugHook_linux : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void attachedBeforehand_data();
+    void attachedBeforehand();
+    void comesAndGoes();
+    void severalComeAndGo();
+    void comesBackAnotherOne();
+    void propertiesAreRead_data();
+    void propertiesAreRead();
+    void descriptorsMayHoldAnything_data();
+    void descriptorsMayHoldAnything();
+    void announcedOnceMore_data();
+    void announcedOnceMore();
+    void goneBeforeItIsLookedAt();
+    void burst();
+    void nothingDuringStartUpdate();
+    void withoutCallback();
+    void startedTwice();
+    void fiftyStartsAndStops();
+    void stoppedReportsNothing();
+    void endOfTheProcess_data();
+    void endOfTheProcess();
+};
+
+void tst_HidPlugHook_linux::cleanup()
+{
+    stopHidPlugWatch();
+    register_hid_plug_callback(nullptr, nullptr);
+}
+
+void tst_HidPlugHook_linux::attachedBeforehand_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("none") << 0;
+    QTest::newRow("one") << 1;
+    QTest::newRow("two") << 2;
+}
+
+void tst_HidPlugHook_linux::attachedBeforehand()
+{
+    QFETCH(const int, count);
+    Testbed testbed;
+    for (int i = 0; i < count; ++i) {
+        testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    }
+    PlugRecorder recorder;
+    const Watch watch;
+    QCOMPARE(recorder.plugs.size(), 0); // not before the event loop runs
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>(QVector<Plug>(count, kArrival).toList()));
+}
+
+void tst_HidPlugHook_linux::comesAndGoes()
+{
+    Testbed testbed;
+    PlugRecorder recorder;
+    const Watch watch;
+    const QString device = testbed.addUsbDevice(kTarget);
+    testbed.addHidInterface(device, kTrigger);
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival}));
+    testbed.removeUsbDevice(device);
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
+}
+
+void tst_HidPlugHook_linux::severalComeAndGo()
+{
+    Testbed testbed;
+    const QString before = testbed.addUsbDevice({0x1111, 1, "Before", ""});
+    testbed.addHidInterface(before, {1, 6, {}, {}});
+    const Plug beforeArrival = {1, 0x1111, 1, 6, 1, "Before"};
+    PlugRecorder recorder;
+    const Watch watch;
+
+    const QString device = testbed.addUsbDevice(kTarget);
+    testbed.addHidInterface(device, kTrigger);
+    const QString second = testbed.addHidInterface(device, {1, 2, {}, {}});
+    Plug secondArrival = kArrival;
+    secondArrival.usagePage = 1;
+    secondArrival.usage = 2;
+    testbed.removeNode(second);
+    testbed.removeUsbDevice(before);
+    testbed.removeUsbDevice(device);
+    settle(testbed, recorder);
+
+    // Read too late, what went at once has nothing but the name of its event left.
+    QCOMPARE(recorder.plugs.size(), 6);
+    QCOMPARE(recorder.plugs.at(0), beforeArrival);
+    QCOMPARE(recorder.plugs.at(4), removal(beforeArrival));
+    for (const int index : {1, 2}) {
+        QCOMPARE(recorder.plugs.at(index).arrived, 1);
+    }
+    for (const int index : {3, 5}) {
+        QCOMPARE(recorder.plugs.at(index).arrived, 0);
+    }
+}
+
+void tst_HidPlugHook_linux::comesBackAnotherOne()
+{
+    Testbed testbed;
+    PlugRecorder recorder;
+    const Watch watch;
+    QList<Plug> expected;
+    for (int round = 0; round < 5; ++round) {
+        const Plug arrival = {1, 0x7F3C, 0x0C51, 0x70 + round, 0xFF31, QString::number(round)};
+        const QString device = testbed.addUsbDevice({0x7F3C, 0x0C51, arrival.name, ""});
+        testbed.addHidInterface(device, {arrival.usagePage, arrival.usage, {}, {}});
+        expected.append(arrival);
+        QTRY_COMPARE(recorder.plugs, expected);
+        testbed.removeUsbDevice(device);
+        expected.append(removal(arrival));
+        QTRY_COMPARE(recorder.plugs, expected);
+    }
+}
+
+void tst_HidPlugHook_linux::propertiesAreRead_data()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("product");
+    QTest::addColumn<QByteArray>("hidName");
+    QTest::addColumn<Plug>("arrival");
+    const QByteArray id = "0003:00007F3C:00000C51";
+    const auto named = [](const QString &name) {
+        Plug plug = kArrival;
+        plug.name = name;
+        return plug;
+    };
+    const auto identified = [](int vendorId, int productId) {
+        Plug plug = kArrival;
+        plug.vendorId = vendorId;
+        plug.productId = productId;
+        return plug;
+    };
+    const QByteArray name = "Device";
+    QTest::newRow("plain") << id << name << name << kArrival;
+    QTest::newRow("vendor above 16 bits")
+        << QByteArray("0003:00012345:00000C51") << name << name << identified(0x2345, 0x0C51);
+    QTest::newRow("product above 16 bits")
+        << QByteArray("0003:00007F3C:FFFF0001") << name << name << identified(0x7F3C, 1);
+    QTest::newRow("no ids") << QByteArray() << name << name << identified(0, 0);
+    QTest::newRow("ids are no numbers") << QByteArray("what?") << name << name << identified(0, 0);
+    QTest::newRow("product goes before the HID name")
+        << id << name << QByteArray("Other") << kArrival;
+    QTest::newRow("HID name only") << id << QByteArray() << QByteArray("Other") << named("Other");
+    QTest::newRow("no name at all") << id << QByteArray() << QByteArray() << named("");
+    for (const int length : {1, 254, 255, 256, 10000}) {
+        QTest::addRow("product of %d characters", length)
+            << id << QByteArray(length, 'x') << name << named(QString(qMin(length, 255), 'x'));
+        QTest::addRow("HID name of %d characters", length)
+            << id << QByteArray() << QByteArray(length, 'x')
+            << named(QString(qMin(length, 255), 'x'));
+    }
+    QTest::newRow("pair at the limit") << id << QByteArray(254, 'x') + "\xF0\x9F\x94\x8C" << name
+                                       << named(QString(254, 'x') + '?');
+    QTest::newRow("no UTF-8") << id << QByteArray("a\xFF\x62") << name << named("a?b");
+}
+
+void tst_HidPlugHook_linux::propertiesAreRead()
+{
+    QFETCH(const QByteArray, id);
+    QFETCH(const QByteArray, product);
+    QFETCH(const QByteArray, hidName);
+    QFETCH(const Plug, arrival);
+    Testbed testbed;
+    PlugRecorder recorder;
+    const Watch watch;
+    const QString device
+        = testbed.addUsbDevice({0x7F3C, 0x0C51, "", "0001", {}, {{"product", product}}});
+    testbed.addHidInterface(device, {0xFF31, 0x74, {}, {{"HID_ID", id}, {"HID_NAME", hidName}}});
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({arrival}));
+    testbed.removeUsbDevice(device);
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({arrival, removal(arrival)}));
+}
+
+void tst_HidPlugHook_linux::descriptorsMayHoldAnything_data()
+{
+    QTest::addColumn<QByteArray>("descriptor");
+    QTest::addColumn<int>("usagePage");
+    QTest::addColumn<int>("usage");
+    QTest::newRow("keyboard") << QByteArray::fromHex("05010906a101c0") << 1 << 6;
+    QTest::newRow("usage page zero") << QByteArray::fromHex("05000906a101c0") << 0 << 6;
+    QTest::newRow("one byte") << QByteArray(1, '\0') << 0 << 0;
+    QTest::newRow("cut off") << QByteArray::fromHex("05010906a2") << 0 << 0;
+    QTest::newRow("endless") << QByteArray::fromHex("a4").repeated(100000) << 0 << 0;
+    QTest::newRow("collection behind the kernel's limit")
+        << QByteArray(4096, '\0') + QByteArray::fromHex("05010906a101c0") << 0 << 0;
+    QTest::newRow("collection just before the kernel's limit")
+        << QByteArray(4090, '\0') + QByteArray::fromHex("05010906a101c0") << 1 << 6;
+}
+
+void tst_HidPlugHook_linux::descriptorsMayHoldAnything()
+{
+    QFETCH(const QByteArray, descriptor);
+    QFETCH(const int, usagePage);
+    QFETCH(const int, usage);
+    Testbed testbed;
+    PlugRecorder recorder;
+    const Watch watch;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), {0, 0, descriptor, {}});
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({{1, 0x7F3C, 0x0C51, usage, usagePage, "Device"}}));
+}
+
+void tst_HidPlugHook_linux::announcedOnceMore_data()
+{
+    QTest::addColumn<QByteArray>("action");
+    QTest::newRow("arrival") << QByteArray("add");
+    QTest::newRow("change") << QByteArray("change");
+    QTest::newRow("binding") << QByteArray("bind");
+    QTest::newRow("unknown") << QByteArray("dance");
+}
+
+void tst_HidPlugHook_linux::announcedOnceMore()
+{
+    QFETCH(const QByteArray, action);
+    Testbed testbed;
+    const QString node = testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const Watch watch;
+    testbed.announce(node, action);
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
+}
+
+void tst_HidPlugHook_linux::goneBeforeItIsLookedAt()
+{
+    Testbed testbed;
+    const QString node = testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const Watch watch;
+    testbed.announce(node, "remove");
+    testbed.announce(node, "remove"); // of a device that is not known any more
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
+}
+
+void tst_HidPlugHook_linux::burst()
+{
+    Testbed testbed;
+    PlugRecorder recorder;
+    const Watch watch;
+    QStringList expected;
+    for (int i = 0; i < 60; ++i) {
+        expected.append(QString::number(i));
+        testbed.addHidInterface(testbed.addUsbDevice({1, 1, expected.last(), ""}), kTrigger);
+    }
+    settle(testbed, recorder);
+    QStringList names;
+    for (const Plug &plug : recorder.plugs) {
+        names.append(plug.name);
+    }
+    QCOMPARE(names, expected);
+}
+
+void tst_HidPlugHook_linux::nothingDuringStartUpdate()
+{
+    Testbed testbed;
+    const QString device = testbed.addUsbDevice(kTarget);
+    const QString node = testbed.addHidInterface(device, kTrigger);
+    PlugRecorder recorder;
+    const Watch watch;
+    DeviceComm &deviceComm = DeviceComm::GetInst();
+    testbed.addHidInterface(device, {1, 6, {}, {}});
+
+    QVERIFY(deviceComm.startUpdate(0x7F3C, 0x0C51));
+    QCOMPARE(testbed.reports(node).size(), 1);
+    QCOMPARE(recorder.plugs.size(), 0);
+
+    Plug second = kArrival;
+    second.usagePage = 1;
+    second.usage = 6;
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival, second}));
+}
+
+void tst_HidPlugHook_linux::withoutCallback()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice({3, 3, "first", ""}), kTrigger);
+    const QString second = testbed.addUsbDevice({4, 4, "second", ""});
+    testbed.addHidInterface(second, kTrigger);
+    PlugRecorder recorder;
+    recorder.onPlug = [] {
+        register_hid_plug_callback(nullptr, nullptr);
+    };
+    const Watch watch;
+    QTRY_COMPARE(recorder.plugs.size(), 1);
+    recorder.plugs.clear();
+
+    // Nobody was told of the second one's arrival, but its properties are known.
+    register_hid_plug_callback(PlugRecorder::record, &recorder);
+    testbed.removeUsbDevice(second);
+    QTRY_COMPARE(recorder.plugs, QList<Plug>({{0, 4, 4, 0x74, 0xFF31, "second"}}));
+}
+
+void tst_HidPlugHook_linux::startedTwice()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const Watch watch;
+    startHidPlugWatch();
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
+}
+
+void tst_HidPlugHook_linux::fiftyStartsAndStops()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const auto handles = [] {
+        return QDir("/proc/self/fd")
+            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+            .size();
+    };
+    const int before = handles();
+    const int children = QCoreApplication::instance()->children().size();
+    QList<Plug> expected;
+    for (int round = 0; round < 50; ++round) {
+        const Watch watch;
+        expected.append(kArrival);
+        QTRY_COMPARE(recorder.plugs, expected);
+    }
+    QCOMPARE(handles(), before);
+    QCOMPARE(QCoreApplication::instance()->children().size(), children);
+}
+
+void tst_HidPlugHook_linux::stoppedReportsNothing()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    {
+        const Watch watch; // its reports have no time to leave
+    }
+    const Watch watch;
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
+}
+
+void tst_HidPlugHook_linux::endOfTheProcess_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<QByteArray>("printed");
+    QTest::newRow("application goes first") << "outlive" << QByteArray("1 7f3c:c51\n");
+    QTest::newRow("reports wait") << "leave" << QByteArray();
+    QTest::newRow("no application") << "without" << QByteArray();
+}
+
+void tst_HidPlugHook_linux::endOfTheProcess()
+{
+    QFETCH(const QString, role);
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    QTEST(runAs(role), "printed");
+}
+
+int main(int argc, char *argv[])
+{
+    const QString role = argc == 3 && qstrcmp(argv[1], "--as") == 0 ? argv[2] : "";
+    if (role == "outlive") {
+        return outliveTheApplication(argc, argv);
+    }
+    if (role == "leave") {
+        return leaveReportsBehind(argc, argv);
+    }
+    if (role == "without") {
+        return doWithoutApplication();
+    }
+    QCoreApplication application(argc, argv);
+    tst_HidPlugHook_linux test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_HidPlugHook_linux.moc"
