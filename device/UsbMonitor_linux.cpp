@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/UsbMonitor_linux.h"
+
+#include "device/UsbMonitor.h"
+#include "device/UsbMonitor_linux_p.h"
+#include "device/UsbMonitor_p.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+
+#include <array>
+#include <cerrno>
+#include <string_view>
+#include <type_traits>
+
+namespace {
+
+struct UsbPlugIn
+{
+    IOCFPlugInInterface *functions;
+    udev_device *device;
+    std::uint32_t references;
+};
+static_assert(std::is_standard_layout_v<UsbPlugIn>, "the functions' address is the object's");
+
+std::uint32_t addReference(void *self)
+{
+    return ++static_cast<UsbPlugIn *>(self)->references;
+}
+
+std::uint32_t release(void *self)
+{
+    auto *const plugIn = static_cast<UsbPlugIn *>(self);
+    const std::uint32_t left = --plugIn->references;
+    if (left == 0) {
+        const std::unique_ptr<UsbPlugIn> last(plugIn);
+        udev_device_unref(last->device);
+    }
+    return left;
+}
+
+IOCFPlugInInterface plugInFunctions = {nullptr, nullptr, addReference, release};
+
+void takeAndRelease(io_iterator_t iterator)
+{
+    IOCFPlugInInterface **const plugIn = getUSBDeviceInterface(iterator);
+    if (plugIn != nullptr) {
+        (*plugIn)->Release(plugIn);
+    }
+}
+
+/// Counts the ends asked for, so that one that comes before its watch is not lost.
+int stopEvent()
+{
+    static const int event = eventfd(0, EFD_SEMAPHORE | EFD_NONBLOCK | EFD_CLOEXEC);
+    return event;
+}
+
+struct Notification
+{
+    /// Returns 0 or the error's number.
+    int listen(udev *udev);
+    void receive();
+
+    std::string_view action;
+    void (*handler)(void *, io_iterator_t);
+    UdevMonitor monitor = nullptr;
+    UsbDeviceIterator iterator = {};
+};
+
+int Notification::listen(udev *udev)
+{
+    monitor.reset(udev_monitor_new_from_netlink(udev, "udev"));
+    if (monitor == nullptr) {
+        return errno;
+    }
+    const int error
+        = udev_monitor_filter_add_match_subsystem_devtype(monitor.get(), "usb", "usb_device");
+    return -(error < 0 ? error : udev_monitor_enable_receiving(monitor.get()));
+}
+
+void Notification::receive()
+{
+    UdevDevice device(udev_monitor_receive_device(monitor.get()));
+    if (device == nullptr || udev_device_get_action(device.get()) != action) {
+        return;
+    }
+    iterator.devices.push_back(std::move(device));
+    handler(nullptr, &iterator);
+}
+
+void addAttached(udev *udev, UsbDeviceIterator &iterator)
+{
+    const UdevEnumerate devices(udev_enumerate_new(udev));
+    udev_enumerate_add_match_subsystem(devices.get(), "usb");
+    udev_enumerate_add_match_property(devices.get(), "DEVTYPE", "usb_device");
+    udev_enumerate_scan_devices(devices.get());
+    for (udev_list_entry *entry = udev_enumerate_get_list_entry(devices.get()); entry != nullptr;
+         entry = udev_list_entry_get_next(entry)) {
+        UdevDevice device(udev_device_new_from_syspath(udev, udev_list_entry_get_name(entry)));
+        if (device != nullptr) {
+            iterator.devices.push_back(std::move(device));
+        }
+    }
+}
+
+void runUntilStopped(Notification &added, Notification &removed)
+{
+    std::array<pollfd, 3> sources = {{{stopEvent(), POLLIN, 0},
+                                      {udev_monitor_get_fd(added.monitor.get()), POLLIN, 0},
+                                      {udev_monitor_get_fd(removed.monitor.get()), POLLIN, 0}}};
+    while (poll(sources.data(), sources.size(), -1) >= 0 || errno == EINTR) {
+        eventfd_t stop = 0;
+        if (eventfd_read(stopEvent(), &stop) == 0) {
+            return;
+        }
+        added.receive();
+        removed.receive();
+    }
+}
+
+} // namespace
+
+int init_plug()
+{
+    const Udev udev(udev_new());
+    Notification added = {"add", usbDeviceAdded};
+    Notification removed = {"remove", usbDeviceRemoved};
+
+    int error = added.listen(udev.get());
+    if (error != 0) {
+        return printUsbFailure(UsbFailure::RegisterAdded, static_cast<std::uint32_t>(error));
+    }
+    error = removed.listen(udev.get());
+    if (error != 0) {
+        return printUsbFailure(UsbFailure::RegisterRemoved, static_cast<std::uint32_t>(error));
+    }
+    // Of several devices that are attached already one is taken on purpose; the others wait in
+    // the iterator, in front of what comes later.
+    addAttached(udev.get(), added.iterator);
+    takeAndRelease(&added.iterator);
+
+    runUntilStopped(added, removed);
+    return 0;
+}
+
+void stop_plug()
+{
+    eventfd_write(stopEvent(), 1);
+}
+
+void usbDeviceAdded(void * /*reference*/, io_iterator_t iterator)
+{
+    takeAndRelease(iterator);
+}
+
+void usbDeviceRemoved(void * /*reference*/, io_iterator_t iterator)
+{
+    takeAndRelease(iterator);
+}
+
+IOCFPlugInInterface **getUSBDeviceInterface(io_iterator_t iterator)
+{
+    if (iterator == nullptr || iterator->devices.empty()) {
+        return nullptr;
+    }
+    // A notification takes one device only, on purpose, even when there are more.
+    UdevDevice device = std::move(iterator->devices.front());
+    iterator->devices.pop_front();
+    if (udev_device_get_devnode(device.get()) == nullptr) {
+        printUsbFailure(UsbFailure::CreateInterface, ENODEV);
+        return nullptr;
+    }
+    auto plugIn = std::make_unique<UsbPlugIn>(UsbPlugIn{&plugInFunctions, device.release(), 1});
+    return &plugIn.release()->functions;
+}
