@@ -1,0 +1,359 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/UsbMonitor.h"
+#include "device/UsbMonitor_mac.h"
+#include "tests/device/StdoutCapture.h"
+#include "tests/doubles/CoreFoundationDouble.h"
+#include "tests/doubles/UsbDouble.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <future>
+
+namespace {
+
+const std::string kPlugIn = "IOCreatePlugInInterfaceForService 9dc7b7809ec011d4a54f000a27052861 "
+                            "c244e858109c11d491d40050e4c6426f";
+
+using Calls = std::vector<std::string>;
+
+const Calls kFirstRegistration
+    = {"IONotificationPortCreate 0", "IONotificationPortGetRunLoopSource",
+       "IOServiceMatching IOUSBDevice",
+       "IOServiceAddMatchingNotification IOServiceFirstMatch IOUSBDevice null"};
+const Calls kSecondRegistration
+    = {"IOServiceMatching IOUSBDevice",
+       "IOServiceAddMatchingNotification IOServiceTerminate IOUSBDevice null"};
+const Calls kOneTaken = {"IOIteratorNext", kPlugIn, "IOObjectRelease service", "Release"};
+const Calls kNoneTaken = {"IOIteratorNext"};
+const Calls kEnd = {"IOObjectRelease iterator", "IOObjectRelease iterator"};
+const Calls kArrival = {"handler of IOServiceFirstMatch"};
+
+Calls operator+(Calls first, const Calls &second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+QByteArray toText(const Calls &calls)
+{
+    QByteArray text;
+    for (const std::string &call : calls) {
+        text += QByteArray::fromStdString(call) + '\n';
+    }
+    return text;
+}
+
+/// init_plug on a thread of its own, whose run loop already waits.
+class Monitor
+{
+public:
+    Monitor()
+    {
+        std::promise<CFRunLoopRef> runLoop;
+        m_result = std::async(std::launch::async, [&runLoop] {
+            runLoop.set_value(CFRunLoopGetCurrent());
+            return init_plug();
+        });
+        m_runLoop = runLoop.get_future().get();
+        waitUntilIdle();
+    }
+
+    ~Monitor()
+    {
+        if (m_result.valid()) {
+            stop();
+        }
+    }
+
+    Monitor(const Monitor &) = delete;
+    Monitor &operator=(const Monitor &) = delete;
+
+    void waitUntilIdle() const { QTRY_VERIFY(doubleIsWaiting(m_runLoop)); }
+
+    int stop()
+    {
+        CFRunLoopStop(m_runLoop);
+        return m_result.get();
+    }
+
+    /// Ends it by leaving its run loop without a source.
+    int starve()
+    {
+        UsbDouble::removeSources();
+        return m_result.get();
+    }
+
+private:
+    CFRunLoopRef m_runLoop = nullptr;
+    std::future<int> m_result;
+};
+
+} // namespace
+
+class tst_UsbMonitor_mac : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void watchFromStartToEnd_data();
+    void watchFromStartToEnd();
+    void resultIsThatOfTheSecondRelease();
+    void oneAttachedDeviceIsTaken_data();
+    void oneAttachedDeviceIsTaken();
+    void arrivalIsNotifiedOnce();
+    void removalIsNeverNotified();
+    void handlersTakeOne_data();
+    void handlersTakeOne();
+    void interfaceIsTheCallers();
+    void registrationFails_data();
+    void registrationFails();
+    void interfaceCannotBeMade();
+    void serviceCannotBeReleased();
+    void fiftyStartsAndStops();
+};
+
+void tst_UsbMonitor_mac::watchFromStartToEnd_data()
+{
+    QTest::addColumn<bool>("stopped");
+    QTest::newRow("run loop is stopped") << true;
+    QTest::newRow("run loop has no source left") << false;
+}
+
+void tst_UsbMonitor_mac::watchFromStartToEnd()
+{
+    QFETCH(const bool, stopped);
+    const int objects = doubleObjectCount();
+    {
+        const UsbDouble usb;
+        Monitor monitor;
+        QCOMPARE(stopped ? monitor.stop() : monitor.starve(), 0);
+        QCOMPARE(toText(UsbDouble::calls()),
+                 toText(kFirstRegistration + kSecondRegistration + kNoneTaken + kEnd));
+        // The port is left, with its source.
+        QCOMPARE(UsbDouble::portCount(), 1);
+        QCOMPARE(doubleObjectCount(), objects + 1);
+    }
+    QCOMPARE(doubleObjectCount(), objects);
+}
+
+void tst_UsbMonitor_mac::resultIsThatOfTheSecondRelease()
+{
+    const UsbDouble usb;
+    Monitor monitor;
+    UsbDouble::failReleaseOfIterators(0xF);
+    QCOMPARE(monitor.stop(), 0xF);
+}
+
+void tst_UsbMonitor_mac::oneAttachedDeviceIsTaken_data()
+{
+    QTest::addColumn<int>("attached");
+    QTest::addColumn<bool>("notifiedLater");
+    QTest::newRow("none") << 0 << true;
+    QTest::newRow("one") << 1 << false;
+    QTest::newRow("three") << 3 << false;
+}
+
+void tst_UsbMonitor_mac::oneAttachedDeviceIsTaken()
+{
+    QFETCH(const int, attached);
+    QFETCH(const bool, notifiedLater);
+    const UsbDouble usb;
+    std::vector<io_service_t> services(static_cast<std::size_t>(attached));
+    std::generate(services.begin(), services.end(), UsbDouble::attach);
+    Monitor monitor;
+    const Calls start
+        = kFirstRegistration + kSecondRegistration + (attached > 0 ? kOneTaken : kNoneTaken);
+    QCOMPARE(toText(UsbDouble::calls()), toText(start));
+    // All but the taken one are still in the iterator, which is therefore not armed.
+    for (std::size_t i = 0; i < services.size(); ++i) {
+        QCOMPARE(UsbDouble::references(services[i]), i == 0 ? 1 : 2);
+    }
+
+    UsbDouble::attach();
+    if (notifiedLater) {
+        QTRY_COMPARE(toText(UsbDouble::calls()), toText(start + kArrival + kOneTaken));
+    }
+    monitor.waitUntilIdle();
+    QCOMPARE(monitor.stop(), 0);
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText(start + (notifiedLater ? kArrival + kOneTaken : Calls()) + kEnd));
+    for (const io_service_t service : services) {
+        QCOMPARE(UsbDouble::references(service), 1);
+    }
+    QCOMPARE(UsbDouble::plugInCount(), 0);
+}
+
+void tst_UsbMonitor_mac::arrivalIsNotifiedOnce()
+{
+    const UsbDouble usb;
+    Monitor monitor;
+    const io_service_t first = UsbDouble::attach();
+    const io_service_t second = UsbDouble::attach();
+    const Calls expected
+        = kFirstRegistration + kSecondRegistration + kNoneTaken + kArrival + kOneTaken;
+    QTRY_COMPARE(toText(UsbDouble::calls()), toText(expected));
+    monitor.waitUntilIdle();
+    QCOMPARE(UsbDouble::references(first), 1);
+    QCOMPARE(UsbDouble::references(second), 2);
+
+    // The first handler left the iterator unarmed.
+    UsbDouble::attach();
+    monitor.waitUntilIdle();
+    monitor.stop();
+    QCOMPARE(toText(UsbDouble::calls()), toText(expected + kEnd));
+    QCOMPARE(UsbDouble::references(second), 1);
+}
+
+void tst_UsbMonitor_mac::removalIsNeverNotified()
+{
+    const UsbDouble usb;
+    const io_service_t service = UsbDouble::attach();
+    Monitor monitor;
+    UsbDouble::detach(service);
+    monitor.waitUntilIdle();
+    monitor.stop();
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText(kFirstRegistration + kSecondRegistration + kOneTaken + kEnd));
+    QCOMPARE(UsbDouble::references(service), 0);
+}
+
+void tst_UsbMonitor_mac::handlersTakeOne_data()
+{
+    QTest::addColumn<bool>("arrival");
+    QTest::addColumn<int>("devices");
+    QTest::newRow("arrival of none") << true << 0;
+    QTest::newRow("arrival of one") << true << 1;
+    QTest::newRow("arrival of two") << true << 2;
+    QTest::newRow("removal of none") << false << 0;
+    QTest::newRow("removal of one") << false << 1;
+    QTest::newRow("removal of two") << false << 2;
+}
+
+void tst_UsbMonitor_mac::handlersTakeOne()
+{
+    QFETCH(const bool, arrival);
+    QFETCH(const int, devices);
+    const UsbDouble usb;
+    std::vector<io_service_t> services(static_cast<std::size_t>(devices));
+    std::generate(services.begin(), services.end(), UsbDouble::attach);
+    const io_iterator_t iterator = UsbDouble::makeIterator(services);
+    (arrival ? usbDeviceAdded : usbDeviceRemoved)(this, iterator);
+    QCOMPARE(toText(UsbDouble::calls()), toText(devices > 0 ? kOneTaken : kNoneTaken));
+    QCOMPARE(static_cast<int>(UsbDouble::devicesIn(iterator)), std::max(devices - 1, 0));
+    QCOMPARE(UsbDouble::plugInCount(), 0);
+    for (std::size_t i = 0; i < services.size(); ++i) {
+        QCOMPARE(UsbDouble::references(services[i]), i == 0 ? 1 : 2);
+    }
+}
+
+void tst_UsbMonitor_mac::interfaceIsTheCallers()
+{
+    const UsbDouble usb;
+    const io_service_t service = UsbDouble::attach();
+    IOCFPlugInInterface **const plugIn = getUSBDeviceInterface(UsbDouble::makeIterator({service}));
+    QVERIFY(plugIn != nullptr);
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText({"IOIteratorNext", kPlugIn, "IOObjectRelease service"}));
+    QCOMPARE(UsbDouble::references(service), 2); // attached, and used by the interface
+    QCOMPARE((*plugIn)->Release(plugIn), 0U);
+    QCOMPARE(UsbDouble::references(service), 1);
+}
+
+void tst_UsbMonitor_mac::registrationFails_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("second");
+    QTest::newRow("arrivals") << QByteArray(kIOFirstMatchNotification)
+                              << QByteArray("Unable to register device added notification: "
+                                            "e00002bc\n")
+                              << false;
+    QTest::newRow("removals") << QByteArray(kIOTerminatedNotification)
+                              << QByteArray("Unable to register device removed notification: "
+                                            "e00002bc\n")
+                              << true;
+}
+
+void tst_UsbMonitor_mac::registrationFails()
+{
+    QFETCH(const QByteArray, type);
+    QFETCH(const QByteArray, text);
+    QFETCH(const bool, second);
+    const UsbDouble usb;
+    const io_service_t attached = UsbDouble::attach();
+    const int objects = doubleObjectCount();
+    UsbDouble::failRegistration(type.constData(), static_cast<kern_return_t>(0xE00002BC));
+    QByteArray printed;
+    int result = 0;
+    {
+        StdoutCapture capture;
+        result = init_plug();
+        printed = capture.text();
+    }
+    QCOMPARE(printed, text);
+    QCOMPARE(result, text.size());
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText(kFirstRegistration + (second ? kSecondRegistration : Calls())));
+    // The port and the iterator of the registration that worked are left, not the dictionaries.
+    QCOMPARE(UsbDouble::portCount(), 1);
+    QCOMPARE(doubleObjectCount(), objects + 1);
+    QCOMPARE(UsbDouble::references(attached), second ? 2 : 1);
+    QCOMPARE(doubleSourceCount(), 0);
+}
+
+void tst_UsbMonitor_mac::interfaceCannotBeMade()
+{
+    const UsbDouble usb;
+    const io_service_t service = UsbDouble::attach();
+    const io_iterator_t iterator = UsbDouble::makeIterator({service});
+    UsbDouble::failPlugIn(static_cast<kern_return_t>(0xE00002BE));
+    QByteArray printed;
+    {
+        StdoutCapture capture;
+        usbDeviceAdded(nullptr, iterator);
+        printed = capture.text();
+    }
+    QCOMPARE(printed, QByteArray("Unable to create a device interface: e00002be\n"));
+    QCOMPARE(toText(UsbDouble::calls()), toText({"IOIteratorNext", kPlugIn}));
+    QCOMPARE(UsbDouble::references(service), 2); // the one taken is never given back
+    QVERIFY(getUSBDeviceInterface(iterator) == nullptr);
+}
+
+void tst_UsbMonitor_mac::serviceCannotBeReleased()
+{
+    const UsbDouble usb;
+    const io_service_t service = UsbDouble::attach();
+    const io_iterator_t iterator = UsbDouble::makeIterator({service});
+    UsbDouble::failReleaseOfServices(0xF);
+    QByteArray printed;
+    {
+        StdoutCapture capture;
+        usbDeviceRemoved(nullptr, iterator);
+        printed = capture.text();
+    }
+    QCOMPARE(printed, QByteArray("Unable to release device object: 0000000f\n"));
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText({"IOIteratorNext", kPlugIn, "IOObjectRelease service"}));
+    QCOMPARE(UsbDouble::plugInCount(), 1); // neither returned nor released
+}
+
+void tst_UsbMonitor_mac::fiftyStartsAndStops()
+{
+    const UsbDouble usb;
+    const io_service_t service = UsbDouble::attach();
+    const int objects = doubleObjectCount();
+    for (int round = 1; round <= 50; ++round) {
+        Monitor monitor;
+        QCOMPARE(monitor.stop(), 0);
+        QCOMPARE(UsbDouble::portCount(), round);
+        QCOMPARE(doubleObjectCount(), objects + round);
+    }
+    QCOMPARE(UsbDouble::references(service), 1);
+    QCOMPARE(UsbDouble::plugInCount(), 0);
+}
+
+QTEST_APPLESS_MAIN(tst_UsbMonitor_mac)
+#include "tst_UsbMonitor_mac.moc"

@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/doubles/CoreFoundationDouble.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <list>
+#include <mutex>
+
+// One lock for all run loops: they are turned, stopped and woken from several threads.
+
+namespace {
+
+std::mutex lock;
+std::condition_variable changed;
+
+struct ModeSource
+{
+    CFStringRef mode;
+    CFRunLoopSource *source;
+};
+
+} // namespace
+
+const CFRunLoopMode kCFRunLoopDefaultMode = doubleConstantString("kCFRunLoopDefaultMode");
+
+struct CFRunLoop
+{
+    CFRunLoop();
+    ~CFRunLoop();
+
+    CFRunLoop(const CFRunLoop &) = delete;
+    CFRunLoop &operator=(const CFRunLoop &) = delete;
+
+    CFRunLoopRunResult run(CFRunLoopMode mode, CFTimeInterval seconds, bool returnAfterHandled);
+    bool hasSources(CFRunLoopMode mode) const;
+    CFRunLoopSource *takeSignaled(CFRunLoopMode mode) const;
+
+    std::list<ModeSource> sources;
+    bool stopped = false;
+    bool waiting = false;
+};
+
+namespace {
+
+std::list<CFRunLoop *> runLoops;
+
+CFRunLoop &currentRunLoop()
+{
+    thread_local CFRunLoop runLoop;
+    return runLoop;
+}
+
+} // namespace
+
+CFRunLoopSource::CFRunLoopSource(std::function<void()> action)
+    : perform(std::move(action))
+{ }
+
+CFRunLoop::CFRunLoop()
+{
+    const std::lock_guard guard(lock);
+    runLoops.push_back(this);
+}
+
+CFRunLoop::~CFRunLoop()
+{
+    const std::lock_guard guard(lock);
+    runLoops.remove(this);
+    for (const ModeSource &entry : sources) {
+        CFRelease(entry.source);
+    }
+}
+
+CFRunLoopRunResult CFRunLoop::run(CFRunLoopMode mode, CFTimeInterval seconds,
+                                  bool returnAfterHandled)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    std::unique_lock guard(lock);
+    stopped = false;
+    while (true) {
+        if (!hasSources(mode)) {
+            return kCFRunLoopRunFinished;
+        }
+        if (CFRunLoopSource *const source = takeSignaled(mode)) {
+            guard.unlock();
+            source->perform();
+            CFRelease(source);
+            guard.lock();
+            if (returnAfterHandled) {
+                return kCFRunLoopRunHandledSource;
+            }
+        } else if (!stopped) {
+            waiting = true;
+            const std::cv_status status = changed.wait_until(guard, end);
+            waiting = false;
+            if (status == std::cv_status::timeout) {
+                return kCFRunLoopRunTimedOut;
+            }
+        }
+        if (stopped) {
+            stopped = false;
+            return kCFRunLoopRunStopped;
+        }
+    }
+}
+
+bool CFRunLoop::hasSources(CFRunLoopMode mode) const
+{
+    return std::any_of(sources.begin(), sources.end(),
+                       [mode](const ModeSource &entry) { return entry.mode == mode; });
+}
+
+/// Retained, since performing it may remove it.
+CFRunLoopSource *CFRunLoop::takeSignaled(CFRunLoopMode mode) const
+{
+    for (const ModeSource &entry : sources) {
+        if (entry.mode == mode && entry.source->signaled) {
+            entry.source->signaled = false;
+            CFRetain(entry.source);
+            return entry.source;
+        }
+    }
+    return nullptr;
+}
+
+int doubleSourceCount()
+{
+    return static_cast<int>(currentRunLoop().sources.size());
+}
+
+bool doubleIsWaiting(CFRunLoopRef runLoop)
+{
+    const std::lock_guard guard(lock);
+    return runLoop->waiting;
+}
+
+CFRunLoopRef CFRunLoopGetCurrent()
+{
+    return &currentRunLoop();
+}
+
+void CFRunLoopRun()
+{
+    constexpr CFTimeInterval kEver = 1e6;
+    CFRunLoopRunInMode(kCFRunLoopDefaultMode, kEver, 0);
+}
+
+CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
+                                      Boolean returnAfterSourceHandled)
+{
+    return currentRunLoop().run(mode, seconds, returnAfterSourceHandled != 0);
+}
+
+void CFRunLoopStop(CFRunLoopRef runLoop)
+{
+    const std::lock_guard guard(lock);
+    runLoop->stopped = true;
+    changed.notify_all();
+}
+
+void CFRunLoopWakeUp(CFRunLoopRef /*runLoop*/)
+{
+    changed.notify_all();
+}
+
+void CFRunLoopAddSource(CFRunLoopRef runLoop, CFRunLoopSourceRef source, CFRunLoopMode mode)
+{
+    const std::lock_guard guard(lock);
+    CFRetain(source);
+    runLoop->sources.push_back({mode, source});
+    changed.notify_all();
+}
+
+CFRunLoopSourceRef CFRunLoopSourceCreate(CFAllocatorRef /*allocator*/, CFIndex /*order*/,
+                                         CFRunLoopSourceContext *context)
+{
+    const auto perform = context->perform;
+    void *const info = context->info;
+    return std::make_unique<CFRunLoopSource>([perform, info] { perform(info); }).release();
+}
+
+void CFRunLoopSourceSignal(CFRunLoopSourceRef source)
+{
+    // As on the platform, a waiting run loop sleeps on: it must be woken.
+    const std::lock_guard guard(lock);
+    source->signaled = true;
+}
+
+void CFRunLoopSourceInvalidate(CFRunLoopSourceRef source)
+{
+    const std::lock_guard guard(lock);
+    for (CFRunLoop *const runLoop : runLoops) {
+        runLoop->sources.remove_if([source](const ModeSource &entry) {
+            if (entry.source != source) {
+                return false;
+            }
+            CFRelease(source);
+            return true;
+        });
+    }
+}
