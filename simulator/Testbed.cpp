@@ -116,7 +116,8 @@ void Testbed::removeUsbDevice(const QString &usbPath)
 
 void Testbed::removeNode(const QString &node)
 {
-    d->remove(d->nodes.at(node).sysPath);
+    const QString path = d->nodes.at(node).sysPath; // the node's own goes with it
+    d->remove(path);
 }
 
 void Testbed::announce(const QString &node, const QByteArray &action)
