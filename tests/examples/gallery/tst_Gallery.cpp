@@ -19,16 +19,15 @@
 
 namespace {
 
-/// The card of the class \a name, as it looks now.
-QImage cardPicture(Gallery &gallery, const QString &name)
+/// The cards as they look now, by their classes.
+QMap<QString, QImage> cardPictures(Gallery &gallery)
 {
     gallery.picture(); // lays the window out
+    QMap<QString, QImage> pictures;
     for (Card *card : gallery.cards()) {
-        if (card->className() == name) {
-            return card->grab().toImage();
-        }
+        pictures[card->className()] = card->grab().toImage();
     }
-    return {};
+    return pictures;
 }
 
 QCheckBox *checkBox(Gallery &gallery, const QString &text)
@@ -136,10 +135,7 @@ void tst_Gallery::controlsDriveTheLiveOnes()
     QFETCH(QStringList, changing);
 
     Gallery gallery;
-    QMap<QString, QImage> before;
-    for (const Card *card : gallery.cards()) {
-        before[card->className()] = cardPicture(gallery, card->className());
-    }
+    const QMap<QString, QImage> before = cardPictures(gallery);
     if (control == "enabled") {
         checkBox(gallery, "Enabled")->click();
     } else if (control == "checked") {
@@ -150,10 +146,11 @@ void tst_Gallery::controlsDriveTheLiveOnes()
         gallery.findChild<QSlider *>()->setValue(100);
     }
 
+    const QMap<QString, QImage> after = cardPictures(gallery);
     QStringList changed;
-    for (auto card = before.cbegin(); card != before.cend(); ++card) {
-        if (cardPicture(gallery, card.key()) != card.value()) {
-            changed << card.key();
+    for (const QString &name : before.keys()) {
+        if (after.value(name) != before.value(name)) {
+            changed << name;
         }
     }
     QCOMPARE(changed, changing);
