@@ -2,7 +2,7 @@
 # The documents lead nowhere into the void, and the manual of the kit leaves no class out.
 cmake_minimum_required(VERSION 3.25)
 
-file(GLOB documents ${ROOT}/docs/*.md)
+file(GLOB documents ${ROOT}/*.md ${ROOT}/docs/*.md)
 foreach(document IN LISTS documents)
     cmake_path(GET document PARENT_PATH folder)
     file(READ ${document} text)
