@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "tests/doubles/CoreFoundationDouble.h"
+#include "tests/doubles/UsbDouble.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+struct IONotificationPort
+{
+    DoubleOwned<CFRunLoopSource> source = nullptr;
+};
+
+struct UsbObject
+{
+    int references = 1;
+    bool isIterator = false;
+    std::deque<io_service_t> services = {};
+    bool armed = false;
+};
+
+struct UsbNotification
+{
+    std::string type;
+    IONotificationPortRef port;
+    IOServiceMatchingCallback callback;
+    void *refCon;
+    io_iterator_t iterator;
+    bool pending;
+};
+
+/// The function table comes first: its address is what the double pointer points at.
+struct UsbPlugIn
+{
+    IOCFPlugInInterface *functions;
+    int references;
+    io_service_t service;
+};
+
+/// What UsbDouble and the calls of IOKit share. All of it is protected by usbLock.
+struct UsbWorld
+{
+    io_object_t makeObject(bool isIterator);
+    void dropReference(io_object_t name);
+    void putInto(io_iterator_t iterator, io_service_t service);
+
+    /// Puts a device into the iterators for such notifications and has the armed ones delivered.
+    void notify(const std::string &type, io_service_t service);
+
+    std::map<io_object_t, UsbObject> objects;
+    std::vector<io_service_t> attached;
+    std::vector<std::unique_ptr<IONotificationPort>> ports;
+    std::vector<UsbNotification> notifications;
+    std::vector<std::string> calls;
+    std::map<std::string, kern_return_t> failingRegistrations;
+    kern_return_t plugInStatus = KERN_SUCCESS;
+    kern_return_t serviceReleaseStatus = KERN_SUCCESS;
+    kern_return_t iteratorReleaseStatus = KERN_SUCCESS;
+    std::map<void *, std::unique_ptr<UsbPlugIn>> plugIns;
+    io_object_t lastName = 0x100;
+};
+
+// The lock is not held while a handler is called, which calls back.
+extern std::mutex usbLock;
+extern std::unique_ptr<UsbWorld> usbWorld;
