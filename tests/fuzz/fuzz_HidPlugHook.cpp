@@ -32,7 +32,7 @@ void checkName(const HidProductName &name)
 {
     require(name.back() == L'\0');
     require(std::all_of(name.begin(), name.end(), [](wchar_t character) {
-        const auto value = static_cast<std::uint32_t>(character);
+        const auto value = static_cast<char32_t>(character);
         return value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
     }));
 }
