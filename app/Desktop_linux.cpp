@@ -4,11 +4,26 @@
 #include "app/Desktop.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QLibrary>
+#include <QLibraryInfo>
 
 #include <algorithm>
 
 namespace {
+
+/// Whether Qt is going to draw on an X server.
+bool drawsOnX()
+{
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!platform.isEmpty()) {
+        return platform.startsWith("xcb");
+    }
+    // Without its plugin for Wayland Qt draws on the X server that such a session has, too.
+    const QDir platforms(QLibraryInfo::location(QLibraryInfo::PluginsPath) + "/platforms");
+    return qgetenv("XDG_SESSION_TYPE") != "wayland"
+        || platforms.entryList({"libqwayland*"}).isEmpty();
+}
 
 /// How much larger than usual the user of an X screen wants everything: 1, 2, 3…
 ///
@@ -17,10 +32,7 @@ int screenScale()
 {
     constexpr double kUsualDpi = 96;
 
-    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    const bool elsewhere = platform.isEmpty() ? qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
-                                              : !platform.startsWith("xcb");
-    if (elsewhere || !qEnvironmentVariableIsSet("DISPLAY")) {
+    if (!drawsOnX() || !qEnvironmentVariableIsSet("DISPLAY")) {
         return 1;
     }
     // Qt loads this library for X anyway; linked, it would be needed without X, too.

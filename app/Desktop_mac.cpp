@@ -6,4 +6,4 @@
 // This is home: there is nothing to set.
 Desktop::Desktop() = default;
 
-void Desktop::restoreEnvironment() {}
+void Desktop::restoreEnvironment() { }

@@ -81,6 +81,8 @@ void tst_Desktop::start_data()
         << QStringList{"QT_SCALE_FACTOR=1"} << true << false << "none";
     QTest::newRow("user sets a factor per screen")
         << QStringList{"QT_SCREEN_SCALE_FACTORS=1"} << true << false << "none";
+    QTest::newRow("user sets a pixel ratio")
+        << QStringList{"QT_DEVICE_PIXEL_RATIO=1"} << true << false << "none";
     QTest::newRow("user sets both")
         << QStringList{"QT_FONT_DPI=96", "QT_SCALE_FACTOR=1"} << false << false << "none";
     QTest::newRow("user chooses an OpenGL integration")

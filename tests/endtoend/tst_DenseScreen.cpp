@@ -10,16 +10,6 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
-/// The program on screens whose desktop asks for a larger picture. Needs an X screen.
-class tst_DenseScreen : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void windowGrowsWithTheScreen_data();
-    void windowGrowsWithTheScreen();
-};
-
 namespace {
 
 /// Sets what a desktop tells its X clients; an empty text tells nothing.
@@ -53,34 +43,49 @@ QRect scaled(const QRect &rect, int factor)
 
 } // namespace
 
+/// The program on screens whose desktop asks for a larger picture. Needs an X screen.
+class tst_DenseScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void windowGrowsWithTheScreen_data();
+    void windowGrowsWithTheScreen();
+};
+
 void tst_DenseScreen::windowGrowsWithTheScreen_data()
 {
     QTest::addColumn<QByteArray>("resources");
-    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QStringList>("settings");
     QTest::addColumn<int>("factor");
 
-    QTest::newRow("desktop says nothing") << QByteArray() << "" << 1;
-    QTest::newRow("usual screen") << QByteArray("Xft.dpi:\t96\n") << "" << 1;
-    QTest::newRow("hardly denser") << QByteArray("Xft.dpi:\t120\n") << "" << 1;
-    QTest::newRow("twice as dense") << QByteArray("Xft.dpi:\t192\n") << "" << 2;
-    QTest::newRow("no number") << QByteArray("Xft.dpi:\tmany\n") << "" << 1;
+    QTest::newRow("desktop says nothing") << QByteArray() << QStringList() << 1;
+    QTest::newRow("usual screen") << QByteArray("Xft.dpi:\t96\n") << QStringList() << 1;
+    QTest::newRow("hardly denser") << QByteArray("Xft.dpi:\t120\n") << QStringList() << 1;
+    QTest::newRow("twice as dense") << QByteArray("Xft.dpi:\t192\n") << QStringList() << 2;
+    QTest::newRow("no number") << QByteArray("Xft.dpi:\tmany\n") << QStringList() << 1;
+    // Qt draws on X there, as long as its plugin for Wayland is not installed.
+    QTest::newRow("twice as dense, in a Wayland session")
+        << QByteArray("Xft.dpi:\t192\n")
+        << QStringList{"QT_QPA_PLATFORM=", "XDG_SESSION_TYPE=wayland"} << 2;
     QTest::newRow("user wants no scaling")
-        << QByteArray("Xft.dpi:\t192\n") << "QT_ENABLE_HIGHDPI_SCALING=0" << 1;
+        << QByteArray("Xft.dpi:\t192\n") << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << 1;
     QTest::newRow("user wants a factor of 1")
-        << QByteArray("Xft.dpi:\t192\n") << "QT_SCALE_FACTOR=1" << 1;
-    QTest::newRow("user wants a factor of 2") << QByteArray() << "QT_SCALE_FACTOR=2" << 2;
+        << QByteArray("Xft.dpi:\t192\n") << QStringList{"QT_SCALE_FACTOR=1"} << 1;
+    QTest::newRow("user wants a factor of 2")
+        << QByteArray() << QStringList{"QT_SCALE_FACTOR=2"} << 2;
 }
 
 void tst_DenseScreen::windowGrowsWithTheScreen()
 {
     QFETCH(const QByteArray, resources);
-    QFETCH(const QString, setting);
+    QFETCH(const QStringList, settings);
     QFETCH(const int, factor);
 
     setResources(resources);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_FONT_DPI");
-    if (!setting.isEmpty()) {
+    for (const QString &setting : settings) {
         environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
     }
     QProcess program;
