@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/app/WindowParts.h"
+#include "tests/support/WidgetPicture.h"
 #include "widgets/CustomArea.h"
 
 #include <QApplication>
@@ -19,6 +20,18 @@ Q_DECLARE_METATYPE(Qt::MouseButton)
 namespace {
 
 const QColor kBackground(0x0f, 0x17, 0x1d);
+
+class PressCounter : public QObject
+{
+public:
+    int count = 0;
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        count += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+        return false;
+    }
+};
 
 /// A mouse event as the window system would send it for a pointer at \a global.
 void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &global, Qt::MouseButton button)
@@ -44,12 +57,16 @@ private slots:
     void paintsItsBackground();
     void labels();
     void buttons();
+    void captionIsWhite_data();
+    void captionIsWhite();
     void startsIdle();
     void pressStartsDrag_data();
     void pressStartsDrag();
     void pressReachesWindow_data();
     void pressReachesWindow();
     void windowStandsStillBelowTheBand();
+    void moveIsRounded_data();
+    void moveIsRounded();
     void anyReleaseEndsTheDrag_data();
     void anyReleaseEndsTheDrag();
     void moveWithoutPressDoesNothing();
@@ -160,7 +177,9 @@ void tst_MainWindow::paintsItsBackground()
     }
     QCOMPARE(picture.pixelColor(250, 165), QColor(0x51, 0x51, 0x51)); // trough
     QCOMPARE(picture.pixelColor(180, 205), QColor(0x17, 0x21, 0x2b)); // button, normal look
-    QCOMPARE(picture.pixelColor(170, 200), kBackground); // outside its round corner
+    QCOMPARE(picture.pixelColor(185, 218), QColor(0x17, 0x21, 0x2b)); // its borders meet
+    QCOMPARE(picture.pixelColor(170, 200), kBackground); // outside its round corners
+    QCOMPARE(picture.pixelColor(170, 235), kBackground);
     QVERIFY(picture.pixelColor(470, 27).lightness() > 230); // middle of the thin cross
 }
 
@@ -194,6 +213,35 @@ void tst_MainWindow::buttons()
     QCOMPARE(upgrade->text(), QString("Start Upgrade"));
     QCOMPARE(upgrade->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(upgrade->font().pointSize(), 16);
+}
+
+void tst_MainWindow::captionIsWhite_data()
+{
+    QTest::addColumn<bool>("hovered");
+    QTest::addColumn<bool>("pressed");
+    QTest::newRow("normal") << false << false;
+    QTest::newRow("hovered") << true << false;
+    QTest::newRow("pressed") << true << true;
+}
+
+void tst_MainWindow::captionIsWhite()
+{
+    QFETCH(bool, hovered);
+    QFETCH(bool, pressed);
+
+    const MainWindow window;
+    MButton *button = upgradeButton(window);
+    if (hovered) {
+        QEvent enter(QEvent::Enter);
+        QCoreApplication::sendEvent(button, &enter);
+    }
+    if (pressed) {
+        QTest::mousePress(button, Qt::LeftButton);
+    }
+    const QImage written = WidgetPicture::of(*button, kBackground.rgb());
+    button->setText("");
+    const QImage bare = WidgetPicture::of(*button, kBackground.rgb());
+    QVERIFY(WidgetPicture::isWrittenIn(Qt::white, bare, written));
 }
 
 void tst_MainWindow::startsIdle()
@@ -243,27 +291,32 @@ void tst_MainWindow::pressStartsDrag()
 void tst_MainWindow::pressReachesWindow_data()
 {
     QTest::addColumn<QPoint>("point");
+    QTest::addColumn<bool>("reaches");
     QTest::addColumn<bool>("drags");
 
-    QTest::newRow("on the title label") << QPoint(250, 35) << true;
-    QTest::newRow("on the background") << QPoint(20, 20) << true;
-    QTest::newRow("on the close button") << QPoint(470, 27) << false;
-    QTest::newRow("on the status label, below the band") << QPoint(250, 115) << false;
-    QTest::newRow("on the progress bar, below the band") << QPoint(250, 165) << false;
-    QTest::newRow("on the upgrade button") << QPoint(250, 218) << false;
+    QTest::newRow("on the title label") << QPoint(250, 35) << true << true;
+    QTest::newRow("on the background") << QPoint(20, 20) << true << true;
+    QTest::newRow("on the close button") << QPoint(470, 27) << false << false;
+    QTest::newRow("on the status label, below the band") << QPoint(250, 115) << true << false;
+    QTest::newRow("on the progress bar, below the band") << QPoint(250, 165) << true << false;
+    QTest::newRow("on the upgrade button") << QPoint(250, 218) << false << false;
 }
 
 void tst_MainWindow::pressReachesWindow()
 {
     QFETCH(QPoint, point);
+    QFETCH(bool, reaches);
     QFETCH(bool, drags);
 
     MainWindow window;
+    PressCounter presses;
+    window.installEventFilter(&presses);
     window.show();
     window.move(60, 70);
     QWidget *child = window.childAt(point);
     QVERIFY(child != nullptr);
     sendMouse(*child, QEvent::MouseButtonPress, window.mapToGlobal(point), Qt::LeftButton);
+    QCOMPARE(presses.count, reaches ? 1 : 0);
     sendMouse(window, QEvent::MouseMove, QPoint(60, 70) + QPoint(100, 50), Qt::LeftButton);
     QCOMPARE(window.pos() != QPoint(60, 70), drags);
 }
@@ -285,6 +338,31 @@ void tst_MainWindow::windowStandsStillBelowTheBand()
 
     sendMouse(window, QEvent::MouseMove, QPointF(250, 160), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(150, 110)); // back in the band, it follows again
+    sendMouse(window, QEvent::MouseMove, QPointF(250, 105), Qt::LeftButton);
+    QCOMPARE(window.pos(), QPoint(150, 55)); // above the window counts as the band
+}
+
+void tst_MainWindow::moveIsRounded_data()
+{
+    QTest::addColumn<QPointF>("pointer");
+    QTest::addColumn<QPoint>("place");
+    QTest::newRow("y 89.4 in the window is 89") << QPointF(200, 189.4) << QPoint(100, 139);
+    QTest::newRow("y 89.5 in the window is 90") << QPointF(200, 189.5) << QPoint(100, 100);
+    QTest::newRow("screen position down") << QPointF(210.4, 160.4) << QPoint(110, 110);
+    QTest::newRow("screen position up") << QPointF(210.6, 160.6) << QPoint(111, 111);
+}
+
+void tst_MainWindow::moveIsRounded()
+{
+    QFETCH(QPointF, pointer);
+    QFETCH(QPoint, place);
+
+    MainWindow window;
+    window.show();
+    window.move(100, 100);
+    sendMouse(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
+    sendMouse(window, QEvent::MouseMove, pointer, Qt::LeftButton);
+    QCOMPARE(window.pos(), place);
 }
 
 void tst_MainWindow::anyReleaseEndsTheDrag_data()
@@ -349,7 +427,12 @@ void tst_MainWindow::fontsFitTheirRectangles()
     QFETCH(QSize, room);
 
     const MainWindow window;
-    const QFontMetrics metrics(statusLabel(window)->font());
+    // All three have the same font; figures hold for the one that Debian installs.
+    QCOMPARE(titleLabel(window)->font(), statusLabel(window)->font());
+    QCOMPARE(upgradeButton(window)->font(), statusLabel(window)->font());
+    const QFont font = statusLabel(window)->font();
+    QCOMPARE(QFontInfo(font).family(), QString("DejaVu Sans"));
+    const QFontMetrics metrics(font);
     QVERIFY2(metrics.horizontalAdvance(text) <= room.width(),
              qPrintable(QString::number(metrics.horizontalAdvance(text))));
     QVERIFY(metrics.height() <= room.height());

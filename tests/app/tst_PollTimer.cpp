@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <memory>
+
 using namespace WindowParts;
 
 namespace {
@@ -143,6 +145,9 @@ void tst_PollTimer::olderTimerKeepsTicking()
     m_stage->watch->holdsTicks = true;
     // Both drive the same counter: a log line each.
     QCOMPARE(m_stage->journal->logLines().size(), older.count() + newer.count());
+    const int steps = older.count() + newer.count();
+    m_stage->tick(1000 - steps);
+    QCOMPARE(m_stage->filledPixels(), 215); // 1000 steps in all, half of the bar
 }
 
 void tst_PollTimer::olderTimerTicksWithoutProcess()

@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 #include <sys/stat.h>
 
 using namespace WindowParts;
@@ -229,9 +231,10 @@ void tst_ToolOutput::errorTextLeavesTheUpgradeRunning()
     QTRY_COMPARE(m_stage->status(), QString("first"));
     QVERIFY(m_stage->timer()->isActive());
     QVERIFY(m_stage->tool->isRunning());
-    const int filled = m_stage->filledPixels();
-    m_stage->tick(100);
-    QVERIFY(m_stage->filledPixels() > filled);
+    m_stage->tick(UpgradeStage::kTicksToTimeOut);
+    QCOMPARE(m_stage->filledPixels(), 391);
+    QVERIFY(!m_stage->timer()->isActive());
+    QCOMPARE(m_stage->status(), QString("first"));
     m_stage->tool->complain("second");
     QTRY_COMPARE(m_stage->status(), QString("second"));
     m_stage->tool->say("Device programmed.\n");

@@ -3,11 +3,14 @@
 
 #include "tests/app/UpgradeStage.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QSerialPortInfo>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <thread>
 
@@ -37,11 +40,13 @@ private slots:
     void portComesWithoutTrigger();
     void choosesThePort_data();
     void choosesThePort();
+    void firstInTheListWins();
     void startsTheToolWithSixArguments();
     void makesTheToolExecutable_data();
     void makesTheToolExecutable();
     void carriesOnWhateverChmodDoes_data();
     void carriesOnWhateverChmodDoes();
+    void waitsForChmod();
     void carriesOnWithoutChmod();
     void logsWhatChmodSays();
     void missingToolKeepsTheButtonUntilTheTimeOut();
@@ -122,7 +127,7 @@ void tst_UpgradeSequence::deviceInItsApplication()
     m_stage->testbed->setReportHandler(
         [&](const QString &, const QByteArray &) { reported = true; });
     std::thread device([&] {
-        while (!reported) {
+        for (int i = 0; i < 1000 && !reported; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
         m_stage->addPort(); // while the window waits
@@ -204,6 +209,19 @@ void tst_UpgradeSequence::choosesThePort()
     QCOMPARE(m_stage->tool->arguments().last(), chosen);
 }
 
+void tst_UpgradeSequence::firstInTheListWins()
+{
+    const QString other = m_stage->testbed->addUsbDevice({0x1234, 0x5678, "Bootloader", "2"});
+    m_stage->testbed->addSerialPort(other, "/dev/cu.usbmodem1");
+    m_stage->addPort("/dev/cu.usbmodem2");
+    // The list goes by device, not by name.
+    QCOMPARE(QSerialPortInfo::availablePorts().first().systemLocation(),
+             QString("/dev/cu.usbmodem2"));
+    m_stage->click();
+    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    QCOMPARE(m_stage->tool->arguments().last(), QString("/dev/cu.usbmodem2"));
+}
+
 void tst_UpgradeSequence::startsTheToolWithSixArguments()
 {
     m_stage->addPort();
@@ -259,6 +277,14 @@ void tst_UpgradeSequence::carriesOnWhateverChmodDoes()
     QCOMPARE(m_stage->journal->statusTexts(),
              QStringList({kStart, kInitialised, kFound, kRunning}));
     QTRY_COMPARE(m_stage->tool->starts(), 1);
+}
+
+void tst_UpgradeSequence::waitsForChmod()
+{
+    installChmod("sleep 1.5; echo done\n");
+    m_stage->addPort();
+    m_stage->click();
+    QCOMPARE(m_stage->journal->logLines().first(), QString("Output: \"done\\n\""));
 }
 
 void tst_UpgradeSequence::carriesOnWithoutChmod()
