@@ -67,6 +67,16 @@ int ignoreError(Display * /*display*/, XErrorEvent * /*event*/)
 
 } // namespace
 
+bool ScreenUser::canSee()
+{
+    Display *const display = XOpenDisplay(nullptr);
+    if (display == nullptr) {
+        return false;
+    }
+    XCloseDisplay(display);
+    return true;
+}
+
 ScreenUser::ScreenUser(QString title)
     : m_title(std::move(title))
     , m_display(XOpenDisplay(nullptr))

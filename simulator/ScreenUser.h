@@ -20,6 +20,9 @@ struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 class ScreenUser
 {
 public:
+    /// Whether there is an X server to look at.
+    static bool canSee();
+
     /// Looks at the window with this title, once it is there.
     explicit ScreenUser(QString title);
     ~ScreenUser();

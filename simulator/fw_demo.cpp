@@ -3,12 +3,14 @@
 
 #include "app/Desktop.h"
 #include "simulator/Demo.h"
+#include "simulator/ScreenUser.h"
 #include "simulator/TerminationWatch.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -16,13 +18,17 @@ namespace {
 
 constexpr int kUsageError = 2;
 
+bool isGiven(const char *option, int argc, char **argv)
+{
+    return std::any_of(argv + 1, argv + argc,
+                       [option](const char *given) { return qstrcmp(given, option) == 0; });
+}
+
 /// Only a simulated user looks at the screen; beside a person's window this process needs none.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
 {
-    for (int i = 1; i < argc; ++i) {
-        if (qstrcmp(argv[i], "--pictures") == 0) {
-            return std::make_unique<QApplication>(argc, argv);
-        }
+    if (isGiven("--pictures", argc, argv)) {
+        return std::make_unique<QApplication>(argc, argv);
     }
     return std::make_unique<QCoreApplication>(argc, argv);
 }
@@ -31,6 +37,9 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
 
 int main(int argc, char *argv[])
 {
+    if (isGiven("--can-see", argc, argv)) {
+        return ScreenUser::canSee() ? 0 : 1;
+    }
     // What the simulated user expects to read is drawn as the program draws it.
     Desktop desktop;
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
@@ -41,6 +50,7 @@ int main(int argc, char *argv[])
                                      + Demo::help().trimmed());
     parser.addHelpOption();
     parser.addOptions({{"fault", "Shows what a fault does.", "NAME[=VALUE]"},
+                       {"can-see", "Only tells by the exit code whether there is a display."},
                        {"pictures", "Clicks for itself, and saves pictures here.", "FOLDER"}});
     parser.addPositionalArgument("FOLDER", "Where program, tool and package lie.");
     parser.process(*application);
