@@ -47,6 +47,7 @@ Options parse(const QCoreApplication &application)
         {{"fault", "A fault that the device shall have; may be repeated.", "NAME[=VALUE]"},
          {"start", "What the device begins as: application, bootloader or absent.", "STATE",
           "application"},
+         {"port", "The node of its bootloader's serial port.", "NODE"},
          {"return-after", "How long the device takes to come back.", "MS"}});
     parser.process(application);
 
@@ -54,6 +55,9 @@ Options parse(const QCoreApplication &application)
     options.start = parser.value("start");
     if (!QStringList{"application", "bootloader", "absent"}.contains(options.start)) {
         fail("a device cannot start as \"" + options.start + "\"");
+    }
+    if (parser.isSet("port")) {
+        options.behaviour.ports = QStringList(parser.value("port"));
     }
     if (parser.isSet("return-after")) {
         bool isNumber = false;
