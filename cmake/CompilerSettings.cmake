@@ -19,6 +19,9 @@ if(FW_UPDATE_SANITIZE)
 endif()
 
 if(FW_UPDATE_HARDEN)
+    # Nor does what gets shipped tell where it was built.
+    add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+                        -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
     include(CheckPIESupported)
     check_pie_supported()
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
