@@ -16,8 +16,10 @@ if(APPLE)
     install(TARGETS fw-update BUNDLE DESTINATION . COMPONENT program)
     get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
     cmake_path(GET qmake PARENT_PATH qt_programs)
-    find_program(FW_UPDATE_MACDEPLOYQT macdeployqt HINTS "${qt_programs}" REQUIRED)
+    find_program(FW_UPDATE_MACDEPLOYQT macdeployqt HINTS "${qt_programs}" REQUIRED
+                 DOC "Qt's tool that moves Qt into a bundle")
 else()
+    set(FW_UPDATE_MACDEPLOYQT "" CACHE FILEPATH "What stands in for the tool that moves Qt in")
     install(PROGRAMS "$<TARGET_FILE:fw-update>" DESTINATION "${contents}/MacOS"
             RENAME "FW Update" COMPONENT program)
     install(FILES "${plist}" DESTINATION "${contents}" COMPONENT program)
@@ -34,7 +36,6 @@ if(FW_UPDATE_PACKAGE)
 endif()
 
 # Last, since it works on the installed tree: Qt's libraries and plug-ins move into the bundle.
-set(FW_UPDATE_MACDEPLOYQT "" CACHE FILEPATH "Qt's tool that moves Qt into a bundle")
 if(FW_UPDATE_MACDEPLOYQT)
     install(CODE "execute_process(
         COMMAND \"${FW_UPDATE_MACDEPLOYQT}\"
