@@ -15,6 +15,11 @@ simulator_packages=(
 # What only the tests need.
 test_packages=(doxygen qttools5-dev)
 
+# What makes the packages and looks at them.
+packaging_packages=(
+    appstream desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian procps
+    python3 strace udev xdotool)
+
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
 }
