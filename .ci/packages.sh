@@ -15,6 +15,9 @@ simulator_packages=(
 # What only the tests need.
 test_packages=(doxygen qttools5-dev)
 
+# What the fuzz targets are built with.
+fuzz_packages=(clang libclang-rt-14-dev)
+
 # What makes the packages and looks at them.
 packaging_packages=(
     appstream desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian procps
