@@ -3,7 +3,7 @@
 
 #include "device/HidPlugHook_p.h"
 #include "device/HidSysfs_linux.h"
-#include "device/Udev_linux.h"
+#include "device/Udev_linux_p.h"
 
 #include <QCoreApplication>
 #include <QPointer>

@@ -13,9 +13,12 @@
 class HidReportDescriptor
 {
 public:
+    /// Reads `size` bytes at `data` and keeps nothing of them.
     HidReportDescriptor(const std::uint8_t *data, std::size_t size);
 
+    /// The collection's usage page, 0..65535.
     int usagePage() const { return m_usagePage; }
+    /// The collection's usage within that page, 0..65535.
     int usage() const { return m_usage; }
 
 private:

@@ -17,5 +17,5 @@ struct HidSysfs
 
     std::string id; ///< Bus, vendor and product in hexadecimal: "0003:00007F3C:00000C51".
     std::string name; ///< UTF-8.
-    std::vector<std::uint8_t> reportDescriptor;
+    std::vector<std::uint8_t> reportDescriptor; ///< As the device sent it, or the front of it.
 };

@@ -13,10 +13,10 @@ using io_iterator_t = UsbDeviceIterator *;
 /// that pointer and returns how many references are left; the last Release gives the device back.
 struct IOCFPlugInInterface
 {
-    void *reserved;
+    void *reserved; ///< Null.
     void *QueryInterface; ///< Null: Linux has no interfaces to ask for.
-    std::uint32_t (*AddRef)(void *self);
-    std::uint32_t (*Release)(void *self);
+    std::uint32_t (*AddRef)(void *self); ///< Keeps the device for one more holder.
+    std::uint32_t (*Release)(void *self); ///< Ends one holder's use.
 };
 
 extern "C" {

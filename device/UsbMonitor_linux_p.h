@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "device/Udev_linux.h"
+#include "device/Udev_linux_p.h"
 
 #include <deque>
 
