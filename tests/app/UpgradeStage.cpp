@@ -5,6 +5,12 @@
 
 #include <QtTest>
 
+namespace {
+
+const char *const kRunning = "Upgrading, please do not plug or unplug the device!";
+
+} // namespace
+
 UpgradeStage::UpgradeStage()
     : testbed(std::make_unique<Testbed>())
     , usbPath(testbed->addUsbDevice({0x1234, 0x5678, "Bootloader", "1"}))
@@ -18,10 +24,17 @@ UpgradeStage::UpgradeStage()
 
 UpgradeStage::~UpgradeStage()
 {
+    awaitTimers();
     journal.reset();
     tool.reset();
     QCoreApplication::processEvents();
     watch->deleteAll();
+}
+
+/// A timer that has not shown itself yet would turn up in the next test.
+void UpgradeStage::awaitTimers() const
+{
+    QTRY_COMPARE(watch->timers.size(), m_upgrades);
 }
 
 void UpgradeStage::addPort(const QString &node)
@@ -32,6 +45,7 @@ void UpgradeStage::addPort(const QString &node)
 void UpgradeStage::click()
 {
     QTest::mouseClick(WindowParts::upgradeButton(*window), Qt::LeftButton);
+    m_upgrades += status() == kRunning ? 1 : 0;
 }
 
 QString UpgradeStage::status() const
@@ -61,7 +75,7 @@ void UpgradeStage::startUpgrade()
     const int starts = tool->starts();
     const int timers = watch->timers.size();
     click();
-    QCOMPARE(status(), QString("Upgrading, please do not plug or unplug the device!"));
+    QCOMPARE(status(), QString(kRunning));
     QTRY_COMPARE(tool->starts(), starts + 1);
     QTRY_COMPARE(watch->timers.size(), timers + 1);
     QTRY_COMPARE(watch->processes.size(), starts + 1);

@@ -46,4 +46,9 @@ public:
     std::unique_ptr<EventWatch> watch;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<Journal> journal;
+
+private:
+    void awaitTimers() const;
+
+    int m_upgrades = 0; // that have got as far as the tool
 };

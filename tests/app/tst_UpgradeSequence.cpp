@@ -324,9 +324,7 @@ void tst_UpgradeSequence::missingToolKeepsTheButtonUntilTheTimeOut()
 void tst_UpgradeSequence::secondClickDeletesTheProcessFirst()
 {
     m_stage->addPort();
-    m_stage->click();
-    QTRY_COMPARE(m_stage->tool->starts(), 1);
-    QTRY_COMPARE(m_stage->watch->processes.size(), 1);
+    m_stage->startUpgrade();
     const QByteArray pid = QByteArray::number(m_stage->tool->pid());
     m_stage->tool->say("Device programmed.\n");
     QTRY_COMPARE(m_stage->status(), QString("Upgrade Successfully"));
@@ -344,8 +342,7 @@ void tst_UpgradeSequence::secondClickDeletesTheProcessFirst()
 void tst_UpgradeSequence::secondClickAfterErrorStartsAnew()
 {
     m_stage->addPort();
-    m_stage->click();
-    QTRY_COMPARE(m_stage->tool->starts(), 1);
+    m_stage->startUpgrade();
     m_stage->tick(100);
     QVERIFY(m_stage->filledPixels() > 0);
     m_stage->tool->complain("trouble");
