@@ -32,3 +32,9 @@ if(FW_UPDATE_HARDEN)
         add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack -Wl,--as-needed)
     endif()
 endif()
+
+# For a target that throws nothing and has nothing thrown through it: it then carries no code for
+# that and does not name the library that unwinds.
+function(fw_throws_nothing target)
+    target_compile_options(${target} PRIVATE -fno-exceptions)
+endfunction()
