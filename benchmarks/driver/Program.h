@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+
+#include <sys/types.h>
+
+#include <chrono>
+
+/// A running program and what it has cost so far. What it says is thrown away, and it is killed
+/// with this object.
+class Program
+{
+public:
+    using Clock = std::chrono::steady_clock;
+    using Variables = QMap<QByteArray, QByteArray>;
+
+    struct Costs
+    {
+        double milliseconds = 0; ///< since it was started
+        double cpuMilliseconds = 0;
+        double pageFaults = 0;
+        double residentKilobytes = 0;
+        double libraries = 0; ///< mapped shared objects, plugins among them
+        double wakeUps = 0; ///< of all threads: how often one has gone to sleep
+    };
+
+    /// Starts the file at \a path in its own folder, with \a variables added to the environment.
+    Program(const QString &path, const Variables &variables);
+    ~Program();
+
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    Costs costs() const;
+
+    /// Stands still between the two, so that it can be looked at without hurry.
+    void hold();
+    void release();
+
+private:
+    Clock::time_point m_start;
+    pid_t m_pid = 0;
+};

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QWidget>
+
+class PlainBar;
+class QLabel;
+
+/// What a frameless window with two styled labels, a bar and two styled buttons costs when nobody
+/// has written anything around it.
+class PlainWindow : public QWidget
+{
+public:
+    PlainWindow();
+
+    QLabel *statusLabel() const { return m_statusLabel; }
+    PlainBar *bar() const { return m_bar; }
+
+private:
+    QLabel *m_statusLabel;
+    PlainBar *m_bar;
+};
