@@ -17,6 +17,10 @@ class Desktop
 public:
     Desktop();
 
+    /// Spares the program the picture plugins of the system: its own pictures need none. Call it
+    /// between QApplication, which finds its plugins as ever, and the first picture.
+    void leaveOutPicturePlugins();
+
     /// Takes back what the constructor added to the environment, so that child processes do not
     /// inherit it. Call it once the window is shown; Qt has read everything by then.
     void restoreEnvironment();

@@ -82,6 +82,13 @@ Desktop::Desktop()
     }
 }
 
+void Desktop::leaveOutPicturePlugins()
+{
+    // Asked for a picture of any format, Qt loads and keeps every plugin that it finds, and a
+    // desktop brings a dozen. PNG it reads by itself.
+    QCoreApplication::setLibraryPaths({});
+}
+
 void Desktop::restoreEnvironment()
 {
     for (const QByteArray &name : qAsConst(m_added)) {

@@ -6,4 +6,6 @@
 // This is home: there is nothing to set.
 Desktop::Desktop() = default;
 
+void Desktop::leaveOutPicturePlugins() { }
+
 void Desktop::restoreEnvironment() { }

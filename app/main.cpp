@@ -11,6 +11,7 @@ int main(int argc, char *argv[])
 {
     Desktop desktop;
     QApplication application(argc, argv);
+    desktop.leaveOutPicturePlugins();
     KitAccessibility::install();
     MainWindow window;
     window.show();

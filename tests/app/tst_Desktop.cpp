@@ -29,6 +29,13 @@ static QList<QByteArray> childEnvironment()
     return environment;
 }
 
+/// Whether a picture plugin of the system is in this process.
+static bool mapsPicturePlugins()
+{
+    QFile maps("/proc/self/maps");
+    return !maps.open(QIODevice::ReadOnly) || maps.readAll().contains("/imageformats/");
+}
+
 static int report(int argc, char *argv[])
 {
     const QList<QByteArray> before = childEnvironment();
@@ -36,6 +43,7 @@ static int report(int argc, char *argv[])
     const QString glIntegration = qEnvironmentVariable("QT_XCB_GL_INTEGRATION");
     const bool scales = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
+    desktop.leaveOutPicturePlugins();
     MainWindow window;
     window.show();
     desktop.restoreEnvironment();
@@ -44,6 +52,8 @@ static int report(int argc, char *argv[])
     QJsonObject result;
     result["environmentKept"] = !before.isEmpty() && childEnvironment() == before;
     result["glIntegration"] = glIntegration;
+    result["picturePlugins"] = mapsPicturePlugins();
+    result["picture"] = !QPixmap(":/images/img_close.png").isNull();
     result["scales"] = scales;
     result["pixelsPerPoint"]
         = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
@@ -112,6 +122,8 @@ void tst_Desktop::start()
     const QJsonObject result = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
 
     QVERIFY(result["environmentKept"].toBool());
+    QVERIFY(!result["picturePlugins"].toBool());
+    QVERIFY(result["picture"].toBool());
     QCOMPARE(result["scales"].toBool(), scales);
     QCOMPARE(result["glIntegration"].toString(), glIntegration);
     QCOMPARE(qFuzzyCompare(result["pixelsPerPoint"].toDouble(), 1.0), pointIsPixel);
