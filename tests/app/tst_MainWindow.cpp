@@ -97,7 +97,8 @@ void tst_MainWindow::keepsTheFormUnderneath()
     QCOMPARE(window.objectName(), QString("MainWindow"));
     QVERIFY(window.centralWidget() != nullptr);
     QCOMPARE(window.centralWidget()->objectName(), QString("centralwidget"));
-    QVERIFY(window.findChild<QMenuBar *>("menubar") != nullptr);
+    // A menu bar would be empty, and its code alone takes 0.4 MB.
+    QVERIFY(window.findChild<QMenuBar *>() == nullptr);
     QVERIFY(window.findChild<QStatusBar *>("statusbar") != nullptr);
 }
 
