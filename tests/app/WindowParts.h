@@ -10,6 +10,8 @@
 #include <QImage>
 #include <QLabel>
 
+#include <algorithm>
+
 /// The parts of a window as a user tells them apart.
 namespace WindowParts {
 
@@ -43,6 +45,23 @@ inline int filledPixels(const QWidget &window)
         ++x;
     }
     return x == 1 ? 0 : x;
+}
+
+/// The bar's value, which only a bar much wider than it tells without rounding.
+inline int progressValue(const QWidget &window)
+{
+    auto *shown = window.findChild<CustomProgressBar *>();
+    const QRect place = shown->geometry();
+    QImage wide(20001, 3, QImage::Format_RGB32);
+    shown->resize(wide.size());
+    shown->render(&wide);
+    shown->setGeometry(place);
+    const auto *pixels = reinterpret_cast<const QRgb *>(wide.constScanLine(1));
+    const auto isFilled = [](QRgb pixel) {
+        return pixel == qRgb(0x19, 0xF0, 0xEA);
+    };
+    const auto *end = std::partition_point(pixels + 1, pixels + wide.width(), isFilled);
+    return static_cast<int>(end - pixels) / 2;
 }
 
 } // namespace WindowParts
