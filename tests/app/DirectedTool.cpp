@@ -14,11 +14,14 @@
 
 namespace {
 
-// The process that was started becomes the one that copies standard output, so that its death is
-// the tool's death. A start is noted only once it is complete.
-const char *const kScript = R"(#!/bin/sh
+// A start is noted only once it is complete.
+const char *const kNoteStart = R"(#!/bin/sh
 { printf '%s\037' "$$" "$PWD" "$@"; echo; } >> "$0.starts"
-cat "$0.error" >&2 &
+)";
+
+// The process that was started becomes the one that copies standard output, so that its death is
+// the tool's death.
+const char *const kRelay = R"(cat "$0.error" >&2 &
 exec cat "$0.output"
 )";
 
@@ -60,10 +63,7 @@ DirectedTool::DirectedTool()
     , m_error(openPipe(besideTool(".error")))
 {
     QFile::remove(besideTool(".starts"));
-    QFile script(path());
-    script.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    script.write(kScript);
-    script.setPermissions(script.permissions() | QFile::ExeOwner | QFile::ExeUser);
+    setScript(kRelay);
 }
 
 DirectedTool::~DirectedTool()
@@ -79,6 +79,14 @@ DirectedTool::~DirectedTool()
 QString DirectedTool::path()
 {
     return QCoreApplication::applicationDirPath() + "/nrfutil-mac";
+}
+
+void DirectedTool::setScript(const QByteArray &script)
+{
+    QFile file(path());
+    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    file.write(kNoteStart + script);
+    file.setPermissions(file.permissions() | QFile::ExeOwner | QFile::ExeUser);
 }
 
 int DirectedTool::starts() const

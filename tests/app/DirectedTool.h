@@ -21,6 +21,10 @@ public:
 
     static QString path();
 
+    /// From the next start on does what the shell \a script says instead, where "$0.output" and
+    /// "$0.error" hold what is handed to it. The process must end with its input or by itself.
+    void setScript(const QByteArray &script);
+
     /// How often it was started, and as what the last time. The arguments leave out the program.
     int starts() const;
     qint64 pid() const;
