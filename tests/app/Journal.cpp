@@ -13,6 +13,7 @@
 
 namespace {
 
+Journal *journal = nullptr;
 const QLabel *watchedLabel = nullptr;
 QStringList entries;
 QAccessible::UpdateHandler otherUpdateHandler = nullptr;
@@ -22,6 +23,9 @@ void noteText(QAccessibleEvent *event)
 {
     if (event->object() == watchedLabel && event->type() == QAccessible::NameChanged) {
         entries.append("status: " + watchedLabel->text());
+        if (journal->onStatus) {
+            journal->onStatus(watchedLabel->text());
+        }
     }
 }
 
@@ -39,6 +43,7 @@ void noteLine(QtMsgType type, const QMessageLogContext &context, const QString &
 Journal::Journal(const QLabel *label)
 {
     Q_ASSERT(watchedLabel == nullptr);
+    journal = this;
     watchedLabel = label;
     entries.clear();
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
@@ -51,6 +56,7 @@ Journal::~Journal()
     qInstallMessageHandler(otherMessageHandler);
     QAccessible::installUpdateHandler(otherUpdateHandler);
     watchedLabel = nullptr;
+    journal = nullptr;
 }
 
 QStringList Journal::lines() const

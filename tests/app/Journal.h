@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 class QLabel;
 
 /// Writes down, in order, each text that a label takes on and each debug line, from construction
@@ -23,6 +25,9 @@ public:
     QStringList statusTexts() const;
     QStringList logLines() const;
     void clear();
+
+    /// Called with each text at the moment when it is set.
+    std::function<void(const QString &text)> onStatus;
 
 private:
     QStringList withPrefix(const QString &prefix) const;

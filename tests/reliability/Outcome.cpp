@@ -4,36 +4,14 @@
 #include "tests/reliability/Outcome.h"
 
 #include "tests/app/UpgradeStage.h"
+#include "tests/reliability/ChildProcesses.h"
 
-#include <QDir>
-#include <QtTest>
-
-namespace {
-
-int children()
-{
-    const QByteArray self = QByteArray::number(QCoreApplication::applicationPid());
-    int count = 0;
-    const QStringList processes = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
-    for (const QString &process : processes) {
-        QFile file("/proc/" + process + "/stat");
-        if (!file.open(QIODevice::ReadOnly)) {
-            continue;
-        }
-        // The name, in brackets, may hold blanks; state and parent follow it.
-        const QByteArray line = file.readAll();
-        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-        count += fields.value(1) == self ? 1 : 0;
-    }
-    return count;
-}
-
-} // namespace
+#include <QTest>
 
 Outcome Outcome::of(const UpgradeStage &stage)
 {
     return {stage.status(), stage.canClick(), WindowParts::progressValue(*stage.window),
-            children()};
+            childProcesses().size()};
 }
 
 bool Outcome::operator==(const Outcome &other) const
