@@ -85,6 +85,7 @@ private slots:
     void portsCarryBytesBothWays_data();
     void portsCarryBytesBothWays();
     void aPortComesBackUnderItsName();
+    void oneNodeGoesAlone();
     void childrenSeeTheDevices();
     void outsideNothingIsLeftBehind();
 };
@@ -180,6 +181,19 @@ void tst_Testbed::aPortComesBackUnderItsName()
         QVERIFY(!port.open(QIODevice::ReadWrite));
         QCOMPARE(testbed.portDescriptor(kNode), -1);
     }
+}
+
+void tst_Testbed::oneNodeGoesAlone()
+{
+    Testbed testbed;
+    const QString device = testbed.addUsbDevice({0x1234, 0x5678, "Device", "1"});
+    testbed.addSerialPort(device, "/dev/cu.usbmodem1");
+    testbed.addSerialPort(device, "/dev/cu.usbmodem2");
+    testbed.removeNode("/dev/cu.usbmodem1");
+    QCOMPARE(portLocations(), QStringList("/dev/cu.usbmodem2"));
+    QVERIFY(!QFile::exists("/dev/cu.usbmodem1"));
+    testbed.removeNode("/dev/cu.usbmodem2");
+    QCOMPARE(portLocations(), QStringList());
 }
 
 void tst_Testbed::childrenSeeTheDevices()
