@@ -3,6 +3,8 @@
 
 #include "widgets/NinePatchPainter_p.h"
 
+#include <limits>
+
 NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int left, int top,
                                                  int right, int bottom, bool horizontalStretch,
                                                  bool verticalStretch)
@@ -22,6 +24,11 @@ NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int lef
 QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect, int left, int top,
                                                               int right, int bottom) const
 {
+    // Far beyond the size of any picture, and what is computed of them still fits.
+    constexpr int kLimit = 1 << 29;
+    for (int *const border : {&left, &top, &right, &bottom}) {
+        *border = qBound(-kLimit, *border, kLimit);
+    }
     const int middleWidth = rect.width() - left - right;
     const int middleHeight = rect.height() - top - bottom;
     const int rightX = rect.width() - right;
@@ -41,8 +48,11 @@ QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect,
 
 QPixmap NinePatchPainterPrivate::scalePixmap(const QPixmap &picture, const QSize &size) const
 {
-    // QPixmap::scaled would warn about a null picture, and the kit never reports one.
-    if (picture.isNull()) {
+    // QPixmap::scaled would warn about a null picture, and the kit never reports one. Of a size
+    // that no picture can have it makes none either, but takes gigabytes first.
+    constexpr qint64 kMaxPixels = std::numeric_limits<int>::max() / 4;
+    const QSize atLeastOne = size.expandedTo(QSize(1, 1)); // as QPixmap::scaled takes it
+    if (picture.isNull() || qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels) {
         return {};
     }
     return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <limits>
 #include <type_traits>
 
 namespace {
@@ -118,6 +119,8 @@ private slots:
     void smallTargetOverlapsItsCorners();
     void smallSourceStretchesItsWholePicture();
     void nullPicturePaintsNothing();
+    void bordersWithoutEndPaintNothing_data();
+    void bordersWithoutEndPaintNothing();
     void flagsChangeNothing();
     void leavesThePainterAsItWas();
 };
@@ -361,6 +364,29 @@ void tst_NinePatchPainter::nullPicturePaintsNothing()
     QCOMPARE(painted(QImage(), kAllFive, QRect(QPoint(0, 0), canvas), kAllFive, canvas),
              WidgetPicture::canvas(canvas));
     QCOMPARE(warnings.take(), QStringList());
+}
+
+void tst_NinePatchPainter::bordersWithoutEndPaintNothing_data()
+{
+    QTest::addColumn<int>("border");
+    QTest::newRow("the largest number") << std::numeric_limits<int>::max();
+    QTest::newRow("the smallest number") << std::numeric_limits<int>::min();
+}
+
+void tst_NinePatchPainter::bordersWithoutEndPaintNothing()
+{
+    QFETCH(int, border);
+
+    QPixmap picture(20, 20);
+    picture.fill(Qt::red);
+    const NinePatchPainter patches(picture, border, border, border, border, true, true);
+    QImage canvas(40, 40, QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::blue);
+    const QImage before = canvas;
+    QPainter painter(&canvas);
+    patches.paint(&painter, canvas.rect(), border, border, border, border);
+    painter.end();
+    QCOMPARE(canvas, before);
 }
 
 void tst_NinePatchPainter::flagsChangeNothing()
