@@ -93,7 +93,7 @@ private:
         }
         // Few timers are alive, and the newest is the most likely one.
         const int index = below(3) != 0 ? timers - 1 : below(timers);
-        const int times = below(24) != 0 ? 1 + below(20) : 1 + below(2001);
+        const int times = below(64) != 0 ? 1 + below(6) : 1 + below(2001);
         m_subject.tick(index, times);
         return QString("timer %1 ticks %2 times").arg(index).arg(times);
     }
@@ -138,9 +138,8 @@ void tst_SequenceModel::walks()
             way += walk.step();
             const QString difference = walk.subject().difference();
             if (!difference.isEmpty()) {
-                QFAIL(qPrintable(QString("seed %1: %2after %3")
-                                     .arg(seed)
-                                     .arg(difference, way.join("; "))));
+                QFAIL(qPrintable(
+                    QString("seed %1: %2after %3").arg(seed).arg(difference, way.join("; "))));
             }
         }
         QCOMPARE(walk.subject().exactDifference(), QString());

@@ -93,8 +93,7 @@ void tst_ToolFaults::chmod()
     QFETCH(int, processes);
 
     QFile::setPermissions(DirectedTool::path(), QFile::ReadOwner | QFile::WriteOwner);
-    QDir::setCurrent(inToolsDirectory ? QCoreApplication::applicationDirPath()
-                                      : m_folder->path());
+    QDir::setCurrent(inToolsDirectory ? QCoreApplication::applicationDirPath() : m_folder->path());
     if (script.isEmpty()) {
         qputenv("PATH", m_folder->path().toLocal8Bit());
     } else {

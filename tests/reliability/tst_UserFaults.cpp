@@ -110,9 +110,8 @@ void tst_UserFaults::secondClick()
 
     QElapsedTimer clock;
     qint64 goneAfter = -1;
-    const QMetaObject::Connection pressed = connect(upgradeButton(*m_stage->window),
-                                                    &QAbstractButton::pressed,
-                                                    [&clock] { clock.start(); });
+    const QMetaObject::Connection pressed = connect(
+        upgradeButton(*m_stage->window), &QAbstractButton::pressed, [&clock] { clock.start(); });
     m_stage->journal->onStatus = [&](const QString &text) {
         if (text == "Start Upgrade" && ::kill(first, 0) != 0) {
             goneAfter = clock.elapsed();

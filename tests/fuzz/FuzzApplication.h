@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+/// What a fuzz target needs around widgets: an application without a display and without a log.
+namespace FuzzApplication {
+
+inline void start()
+{
+    static int count = 1;
+    static char name[] = "fuzz";
+    static char *arguments[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_RUNTIME_DIR", "/tmp");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    static const QApplication application(count, arguments);
+}
+
+/// Ends the target when there is a \a difference.
+inline void require(const QString &difference)
+{
+    if (!difference.isEmpty()) {
+        std::fprintf(stderr, "%s\n", qPrintable(difference));
+        std::abort();
+    }
+}
+
+} // namespace FuzzApplication

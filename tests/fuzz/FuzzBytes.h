@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QByteArray>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+/// The fuzzer's input, taken off from the front; zero once nothing is left.
+class FuzzBytes
+{
+public:
+    FuzzBytes(const std::uint8_t *data, std::size_t size)
+        : m_bytes(reinterpret_cast<const char *>(data), static_cast<int>(size))
+    { }
+
+    bool isEmpty() const { return m_bytes.isEmpty(); }
+    int byte() { return static_cast<std::uint8_t>(take(1).front()); }
+    int number()
+    {
+        int result = 0;
+        std::memcpy(&result, take(sizeof result).constData(), sizeof result);
+        return result;
+    }
+    /// As many bytes as the next one says.
+    QByteArray chunk() { return take(byte()).left(m_taken); }
+    QByteArray rest() { return take(m_bytes.size()).left(m_taken); }
+
+private:
+    /// Padded with zeros to \a size and at least one byte.
+    QByteArray take(std::size_t size) { return take(static_cast<int>(size)); }
+    QByteArray take(int size)
+    {
+        m_taken = std::min(size, m_bytes.size());
+        QByteArray result = m_bytes.left(m_taken);
+        m_bytes.remove(0, m_taken);
+        result.append(std::max(size, 1) - m_taken, '\0');
+        return result;
+    }
+
+    QByteArray m_bytes;
+    int m_taken = 0;
+};

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+// Input: a class and a frame count; then either a size, for a picture made of it, or, when the
+// width is 0, a picture file.
+
+#include "tests/fuzz/FuzzApplication.h"
+#include "tests/fuzz/FuzzBytes.h"
+#include "widgets/FuncButton.h"
+#include "widgets/IconButton.h"
+#include "widgets/ImageButton.h"
+#include "widgets/MButton.h"
+#include "widgets/ProfileButton.h"
+#include "widgets/SwitchButton.h"
+#include "widgets/tabButton.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QTemporaryDir>
+
+namespace {
+
+/// Looks of one button from all its pictures' frames.
+template <class Button> void paint(Button &button)
+{
+    button.resize(40, 20);
+    for (const QEvent::Type type : {QEvent::None, QEvent::Enter, QEvent::EnabledChange}) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(&button, &event);
+        button.setEnabled(type != QEvent::EnabledChange);
+        button.grab();
+    }
+}
+
+template <class Button> void paintTitled(const QString &path, int count)
+{
+    Button button(nullptr, "Title");
+    button.setBkgPixmap(path, count);
+    button.setIconPixmap(path, count, QRect(count, 2, 10, 10));
+    paint(button);
+}
+
+template <class Button> void paintStrip(const QString &path)
+{
+    Button button;
+    button.setPixmap(path);
+    paint(button);
+}
+
+void paintClass(int which, const QString &path, int count)
+{
+    switch (which % 7) {
+    case 0: {
+        MButton button;
+        button.setPixmap(path, count);
+        paint(button);
+        break;
+    }
+    case 1:
+        paintStrip<ImageButton>(path);
+        break;
+    case 2:
+        paintStrip<tabButton>(path);
+        break;
+    case 3: {
+        FuncButton button(nullptr, "Title");
+        button.setPixmap(path, path);
+        paint(button);
+        break;
+    }
+    case 4: {
+        SwitchButton button;
+        button.setPixmap(path, path);
+        paint(button);
+        break;
+    }
+    case 5:
+        paintTitled<IconButton>(path, count);
+        break;
+    default:
+        paintTitled<ProfileButton>(path, count);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    FuzzApplication::start();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const QTemporaryDir folder;
+    static const QString path = folder.filePath("strip");
+
+    FuzzBytes input(data, size);
+    const int which = input.byte();
+    const int count = static_cast<std::int8_t>(input.byte());
+    const int width = input.byte();
+    QFile file(path);
+    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    if (width == 0) {
+        file.write(input.rest());
+    } else {
+        const int height = input.byte();
+        file.write(QString("P5 %1 %2 255\n").arg(width).arg(height).toLatin1());
+        file.write(QByteArray(width * height, static_cast<char>(input.byte())));
+    }
+    file.close();
+    // How much memory a picture may take is the image library's business.
+    const QSize picture = QImageReader(path).size();
+    if (qint64(picture.width()) * picture.height() <= 0x100000) {
+        paintClass(which, path, count);
+    }
+    return 0;
+}
