@@ -77,7 +77,10 @@ void ModelledWindow::complain(const QByteArray &chunk)
 
 void ModelledWindow::tick(int index, int times)
 {
-    for (int i = 0; i < times && m_model.timers.value(index) == SequenceModel::Running; ++i) {
+    if (index >= m_model.timers.size()) {
+        return;
+    }
+    for (int i = 0; i < times && m_model.timers.at(index) == SequenceModel::Running; ++i) {
         m_model.tick(index);
     }
     m_machine.tick(index, times);

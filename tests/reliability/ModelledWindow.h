@@ -15,7 +15,7 @@ public:
     /// These two do nothing while there is no tool.
     void say(const QByteArray &chunk, bool noticed);
     void complain(const QByteArray &chunk);
-    /// Nothing unless the timer of that upgrade runs.
+    /// Nothing unless there is a timer of that upgrade and it runs.
     void tick(int index, int times);
     void close();
 
