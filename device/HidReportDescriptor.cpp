@@ -85,18 +85,18 @@ HidReportDescriptor::HidReportDescriptor(const std::uint8_t *data, std::size_t s
     ItemReader reader(data, size);
     std::uint32_t page = 0;
     std::vector<std::uint32_t> pushedPages;
-    std::optional<Item> usage;
+    std::optional<Item> firstUsage;
 
     while (const std::optional<Item> item = reader.next()) {
         if (item->tag == kCollection) {
             // A usage of four bytes brings its page along.
-            const bool extended = usage && usage->dataSize == 4;
-            m_usagePage = static_cast<int>((extended ? usage->value >> 16U : page) & 0xFFFFU);
-            m_usage = static_cast<int>(usage ? usage->value & 0xFFFFU : 0);
+            const bool extended = firstUsage && firstUsage->dataSize == 4;
+            m_usagePage = static_cast<int>((extended ? firstUsage->value >> 16U : page) & 0xFFFFU);
+            m_usage = static_cast<int>(firstUsage ? firstUsage->value & 0xFFFFU : 0);
             return;
         }
         if (isMainItem(*item)) {
-            usage.reset();
+            firstUsage.reset();
         } else if (item->tag == kUsagePage) {
             page = item->value;
         } else if (item->tag == kPush) {
@@ -104,8 +104,8 @@ HidReportDescriptor::HidReportDescriptor(const std::uint8_t *data, std::size_t s
         } else if (item->tag == kPop && !pushedPages.empty()) {
             page = pushedPages.back();
             pushedPages.pop_back();
-        } else if (!usage && (item->tag == kUsage || item->tag == kUsageMinimum)) {
-            usage = item; // of several, the first is the collection's
+        } else if (!firstUsage && (item->tag == kUsage || item->tag == kUsageMinimum)) {
+            firstUsage = item; // of several, the first is the collection's
         }
     }
 }
