@@ -71,6 +71,8 @@ class tst_Desktop : public QObject
 private slots:
     void start_data();
     void start();
+    void screenThatCannotBeAsked_data();
+    void screenThatCannotBeAsked();
 };
 
 void tst_Desktop::start_data()
@@ -130,6 +132,43 @@ void tst_Desktop::start()
     // At 96 dpi the heading overruns its 160 pixels; what the user has set stays all the same.
     QCOMPARE(result["headingWidth"].toInt() <= 160, pointIsPixel);
     QCOMPARE(result["longestStatusWidth"].toInt() <= 430, pointIsPixel);
+}
+
+void tst_Desktop::screenThatCannotBeAsked_data()
+{
+    QTest::addColumn<QByteArray>("platform");
+    QTest::addColumn<QByteArray>("display");
+
+    QTest::newRow("none is named") << QByteArray("xcb") << QByteArray();
+    QTest::newRow("none answers") << QByteArray("xcb") << QByteArray(":nowhere");
+    QTest::newRow("another platform") << QByteArray("offscreen") << QByteArray(":nowhere");
+}
+
+void tst_Desktop::screenThatCannotBeAsked()
+{
+    QFETCH(QByteArray, platform);
+    QFETCH(QByteArray, display);
+
+    const QList<QByteArray> names = {"QT_FONT_DPI", "QT_QPA_PLATFORM", "DISPLAY"};
+    QHash<QByteArray, QByteArray> before;
+    for (const QByteArray &name : names) {
+        before[name] = qgetenv(name.constData());
+        qunsetenv(name.constData());
+    }
+    qputenv("QT_QPA_PLATFORM", platform);
+    if (!display.isEmpty()) {
+        qputenv("DISPLAY", display);
+    }
+    Desktop desktop;
+    QCOMPARE(qgetenv("QT_SCALE_FACTOR"), QByteArray("1"));
+    desktop.restoreEnvironment();
+    QVERIFY(!qEnvironmentVariableIsSet("QT_SCALE_FACTOR"));
+    for (const QByteArray &name : names) {
+        qputenv(name.constData(), before.value(name));
+        if (before.value(name).isEmpty()) {
+            qunsetenv(name.constData());
+        }
+    }
 }
 
 int main(int argc, char *argv[])
