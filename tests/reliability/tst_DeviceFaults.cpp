@@ -38,8 +38,8 @@ Setting twoInterfaces(bool firstFails, bool secondFails)
 {
     return [=](UpgradeStage &stage) {
         const QString usb = stage.testbed->addUsbDevice(kTarget);
-        const QStringList nodes = {stage.testbed->addHidInterface(usb, kTrigger),
-                                   stage.testbed->addHidInterface(usb, kTrigger)};
+        QStringList nodes = {stage.testbed->addHidInterface(usb, kTrigger),
+                             stage.testbed->addHidInterface(usb, kTrigger)};
         stage.testbed->setOpenFails(nodes.at(0), firstFails);
         stage.testbed->setOpenFails(nodes.at(1), secondFails);
         return nodes;

@@ -54,13 +54,13 @@ public:
             return click();
         }
         if (choice < 9) {
-            const QByteArray chunk = kChunks.at(below(kChunks.size()));
+            const QByteArray &chunk = kChunks.at(below(kChunks.size()));
             const bool noticed = below(3) != 0;
             m_subject.say(chunk, noticed);
             return QString("say %1%2").arg(QString(chunk), noticed ? "" : " unnoticed");
         }
         if (choice < 12) {
-            const QByteArray chunk = kChunks.at(below(kChunks.size()));
+            const QByteArray &chunk = kChunks.at(below(kChunks.size()));
             m_subject.complain(chunk);
             return "complain " + chunk;
         }
