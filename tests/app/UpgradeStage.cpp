@@ -31,9 +31,13 @@ UpgradeStage::~UpgradeStage()
     watch->deleteAll();
 }
 
-/// A timer that has not shown itself yet would turn up in the next test.
+/// A timer that has not shown itself yet would turn up in the next test; a closed window's, which
+/// is stopped, never does.
 void UpgradeStage::awaitTimers() const
 {
+    if (window == nullptr || !window->isVisible()) {
+        return;
+    }
     QTRY_COMPARE(watch->timers.size(), m_upgrades);
 }
 
