@@ -9,6 +9,7 @@
 #include "tests/support/StripedPicture.h"
 #include "tests/support/WidgetPicture.h"
 
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -250,6 +251,16 @@ void tst_FuncButton::captionBand()
     // One pixel for smoothed edges.
     QVERIFY(expected.adjusted(-1, -1, 1, 1).contains(region));
     QVERIFY(region.contains(expected.adjusted(1, 1, -1, -1)));
+
+    // The same letters drawn into the band itself are smoothed alike.
+    QImage drawn = WidgetPicture::canvas(size, kWhite);
+    drawn.setDotsPerMeterX(qRound(button.logicalDpiX() / 0.0254));
+    drawn.setDotsPerMeterY(qRound(button.logicalDpiY() / 0.0254));
+    QPainter painter(&drawn);
+    painter.setFont(QFont("Arial", 12));
+    painter.drawText(QRect(0, size.height() - 36, size.width(), 25), Qt::AlignCenter, "HEH");
+    painter.end();
+    QCOMPARE(region, WidgetPicture::changedRegion(WidgetPicture::canvas(size, kWhite), drawn));
 }
 
 void tst_FuncButton::captionIgnoresTheWidgetsFontSize()
