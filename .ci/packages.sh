@@ -18,6 +18,9 @@ test_packages=(doxygen qttools5-dev)
 # What the fuzz targets are built with.
 fuzz_packages=(clang libclang-rt-14-dev)
 
+# What looks at the sources and the running program.
+quality_packages=(clang-tidy cppcheck clazy gcovr valgrind)
+
 # What makes the packages and looks at them.
 packaging_packages=(
     appstream desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian procps
