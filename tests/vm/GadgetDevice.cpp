@@ -1,0 +1,215 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/vm/GadgetDevice.h"
+
+#include "tests/vm/DeviceFile.h"
+#include "tests/vm/OpenWatch.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QTimer>
+
+namespace {
+
+constexpr int kVendor = 0x7F3C;
+constexpr int kApplicationProduct = 0x0C51;
+constexpr int kBootloaderProduct = 0x0C52;
+constexpr int kReportSize = 64;
+
+const QByteArray &keyboardDescriptor()
+{
+    // A boot keyboard's eight modifier keys.
+    static const QByteArray descriptor
+        = QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
+    return descriptor;
+}
+
+/// A collection of the given usage with one output report: id 0xAA and 63 bytes.
+QByteArray outputDescriptor(int usagePage, int usage)
+{
+    const QByteArray page
+        = QByteArray(1, static_cast<char>(usagePage)) + static_cast<char>(usagePage >> 8);
+    return '\x06' + page + '\x09' + static_cast<char>(usage)
+        + QByteArray::fromHex("a10185aa150026ff007508953f09019102c0");
+}
+
+/// Whether the host has set up what is plugged into this controller of dummy_hcd. The controller's
+/// own state tells of the device before until then, so the host's side of the cable is looked at.
+bool isConfigured(const QString &controller)
+{
+    const QDir host("/sys/devices/platform/" + QString(controller).replace("_udc", "_hcd"));
+    const QStringList buses = host.entryList({"usb*"}, QDir::Dirs);
+    for (const QString &bus : buses) {
+        const QString device = bus.mid(3) + "-1";
+        QFile file(host.filePath(bus + '/' + device + "/bConfigurationValue"));
+        if (file.open(QIODevice::ReadOnly) && file.readAll().trimmed() == "1") {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+GadgetDevice::GadgetDevice(const Settings &settings, QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_application("application-" + settings.controller,
+                    {kVendor, kApplicationProduct, "Device", settings.serialNumber})
+    , m_bootloader("bootloader-" + settings.controller,
+                   {kVendor, kBootloaderProduct, "Bootloader", settings.serialNumber})
+    , m_hidNodes({m_application.addHid("keyboard", keyboardDescriptor(), 8),
+                  m_application.addHid(
+                      "vendor", outputDescriptor(settings.usagePage, settings.usage), kReportSize)})
+    , m_portNode(m_bootloader.addSerialPort())
+    , m_hostTimer(new QTimer(this))
+    , m_returnTimer(new QTimer(this))
+{
+    constexpr int kLookEach = 5;
+    m_hostTimer->setInterval(kLookEach);
+    m_returnTimer->setSingleShot(true);
+    m_returnTimer->setTimerType(Qt::PreciseTimer);
+    connect(m_hostTimer, &QTimer::timeout, this, &GadgetDevice::lookForHost);
+    connect(m_returnTimer, &QTimer::timeout, this, &GadgetDevice::comeBack);
+}
+
+GadgetDevice::~GadgetDevice()
+{
+    leave();
+}
+
+void GadgetDevice::plugIn(State state)
+{
+    m_sinceLeft.invalidate();
+    attach(state);
+}
+
+void GadgetDevice::pull()
+{
+    m_returnTimer->stop();
+    leave();
+    m_protocol.reset();
+    emit happened("the cable was pulled");
+}
+
+void GadgetDevice::pullWhenOpened()
+{
+    m_openWatch = std::make_unique<OpenWatch>();
+    connect(m_openWatch.get(), &OpenWatch::opened, this, &GadgetDevice::pull);
+    emit happened("the hand is at the cable");
+}
+
+void GadgetDevice::comeBack()
+{
+    attach(m_next);
+}
+
+void GadgetDevice::lookForHost()
+{
+    if (!isConfigured(m_settings.controller)) {
+        return;
+    }
+    m_hostTimer->stop();
+    m_setUpTime = m_sinceAttached.elapsed();
+    emit happened(m_state == State::Application ? "the application runs" : "the bootloader runs");
+    if (m_sinceLeft.isValid()) {
+        emit happened(QString("milliseconds away: %1").arg(m_sinceLeft.elapsed()));
+    }
+}
+
+void GadgetDevice::takeReport(const QByteArray &bytes)
+{
+    emit happened("report received: " + bytes.toHex());
+    if (bytes.size() != kReportSize || !bytes.startsWith("\xAA\xBB")) {
+        return;
+    }
+    leave();
+    returnAs(State::Bootloader, m_settings.returnAfter);
+}
+
+void GadgetDevice::answer(const QByteArray &bytes)
+{
+    constexpr int kAnswerTime = 15;
+    constexpr int kHeardAfter = 300;
+    // What was flashed last time stays until the host begins anew.
+    const bool wasFinished = m_protocol.isFinished();
+    const QByteArray answer = m_protocol.receive(bytes);
+    if (m_pullAfter >= 0 && m_protocol.imageBytesReceived() >= m_pullAfter) {
+        pull();
+        return;
+    }
+    // As long as writing its flash memory takes, so that onlookers can follow.
+    QTimer::singleShot(kAnswerTime, m_files.first(), [this, answer] {
+        if (!m_files.first()->write(answer)) {
+            emit happened("an answer was lost");
+        }
+    });
+    if (m_protocol.isFinished() && !wasFinished) {
+        const QByteArray hash
+            = QCryptographicHash::hash(m_protocol.image(), QCryptographicHash::Sha256);
+        emit happened("image flashed: " + hash.toHex());
+        // The last answer has to reach the tool before the port goes away under it.
+        QTimer::singleShot(kHeardAfter, m_files.first(), [this] { restart(); });
+    }
+}
+
+void GadgetDevice::restart()
+{
+    constexpr int kRestartTime = 1000;
+    leave();
+    m_protocol.reset();
+    returnAs(State::Application, kRestartTime);
+}
+
+void GadgetDevice::attach(State state)
+{
+    m_state = state;
+    if (state == State::Bootloader) {
+        // Before the host can send anything, which an echo would answer.
+        open(m_portNode, &GadgetDevice::answer);
+        m_bootloader.attach(m_settings.controller);
+    } else {
+        m_application.attach(m_settings.controller);
+        for (const QString &node : m_hidNodes) {
+            open(node, &GadgetDevice::takeReport);
+        }
+    }
+    m_sinceAttached.start();
+    m_hostTimer->start();
+}
+
+void GadgetDevice::leave()
+{
+    if (m_openWatch) {
+        m_openWatch.release()->deleteLater(); // it may be what called this
+    }
+    m_hostTimer->stop();
+    m_sinceLeft.start();
+    for (DeviceFile *const file : qAsConst(m_files)) {
+        file->close();
+        file->deleteLater();
+    }
+    m_files.clear();
+    if (m_state != State::Absent) {
+        (m_state == State::Bootloader ? m_bootloader : m_application).detach();
+    }
+    m_state = State::Absent;
+}
+
+void GadgetDevice::returnAs(State state, int after)
+{
+    emit happened("it left to restart");
+    m_next = state;
+    // The host takes its time with a new device, as long as with the last one.
+    const qint64 lead = m_setUpTime + m_sinceLeft.elapsed();
+    m_returnTimer->start(static_cast<int>(qMax<qint64>(0, after - lead)));
+}
+
+void GadgetDevice::open(const QString &node, void (GadgetDevice::*handler)(const QByteArray &))
+{
+    auto *const file = new DeviceFile(node, this);
+    connect(file, &DeviceFile::received, this, handler);
+    m_files.append(file);
+}
