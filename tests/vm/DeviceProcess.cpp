@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/vm/DeviceProcess.h"
+
+#include "simulator/ScreenUser.h"
+
+#include <QDir>
+#include <QtTest>
+
+namespace {
+
+constexpr int kLongest = 10000;
+constexpr int kHidInterfaces = 2;
+
+/// Until the machine's udev daemon has told everybody and given away its rights.
+void settle()
+{
+    QProcess::execute("udevadm", {"settle"});
+}
+
+void awaitNodes(int (*nodes)(), int number)
+{
+    if (!ScreenUser::waitUntil([&] { return nodes() == number; }, kLongest)) {
+        qFatal("the machine has %d nodes where there should be %d", nodes(), number);
+    }
+    settle();
+}
+
+} // namespace
+
+DeviceProcess::DeviceProcess(const QStringList &arguments)
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(GADGET_DEVICE, arguments);
+    await("ready", 1);
+}
+
+DeviceProcess::~DeviceProcess()
+{
+    if (QTest::currentTestFailed()) {
+        qInfo("the device said:\n%s", log().constData());
+    }
+    m_process.closeWriteChannel();
+    m_process.waitForFinished();
+    settle();
+}
+
+void DeviceProcess::plugInApplication()
+{
+    const int before = hidNodes();
+    command("plug application");
+    awaitNodes(hidNodes, before + kHidInterfaces);
+}
+
+void DeviceProcess::plugInBootloader()
+{
+    const int before = ports();
+    command("plug bootloader");
+    awaitNodes(ports, before + 1);
+}
+
+void DeviceProcess::pull()
+{
+    const int before = count("the cable was pulled");
+    command("pull");
+    await("the cable was pulled", before + 1);
+    settle();
+}
+
+void DeviceProcess::pullWhenOpened()
+{
+    const int before = count("the hand is at the cable");
+    command("pull when opened");
+    await("the hand is at the cable", before + 1);
+}
+
+void DeviceProcess::pullAfter(int bytes)
+{
+    command("pull after " + QByteArray::number(bytes));
+}
+
+int DeviceProcess::hidNodes()
+{
+    return QDir("/sys/class/hidraw").entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
+}
+
+int DeviceProcess::ports()
+{
+    return QDir("/sys/class/tty").entryList({"ttyACM*"}).size();
+}
+
+void DeviceProcess::setRules(bool areThere)
+{
+    const QString target = "/run/udev/rules.d/70-fw-update.rules";
+    QFile::remove(target);
+    QDir().mkpath("/run/udev/rules.d");
+    if (areThere && !QFile::copy(UDEV_RULES, target)) {
+        qFatal("cannot copy the rules");
+    }
+    QProcess::execute("udevadm", {"control", "--reload"});
+}
+
+int DeviceProcess::count(const QByteArray &event)
+{
+    return ('\n' + log()).count('\n' + event + '\n');
+}
+
+QList<QByteArray> DeviceProcess::reports()
+{
+    return valuesOf("report received");
+}
+
+QList<QByteArray> DeviceProcess::images()
+{
+    return valuesOf("image flashed");
+}
+
+QList<int> DeviceProcess::timesAway()
+{
+    QList<int> times;
+    const QList<QByteArray> values = valuesOf("milliseconds away");
+    for (const QByteArray &value : values) {
+        times.append(value.toInt());
+    }
+    return times;
+}
+
+QByteArray DeviceProcess::log()
+{
+    m_output += m_process.readAllStandardOutput();
+    return m_output;
+}
+
+void DeviceProcess::command(const QByteArray &line)
+{
+    m_process.write(line + '\n');
+}
+
+void DeviceProcess::await(const QByteArray &event, int times)
+{
+    if (!ScreenUser::waitUntil([&] { return count(event) >= times; }, kLongest)) {
+        qFatal("the device does not say \"%s\" but:\n%s", event.constData(), log().constData());
+    }
+}
+
+QList<QByteArray> DeviceProcess::valuesOf(const QByteArray &event)
+{
+    QList<QByteArray> values;
+    const QList<QByteArray> lines = log().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith(event + ": ")) {
+            values.append(line.mid(event.size() + 2));
+        }
+    }
+    return values;
+}

@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/vm/RealStage.h"
+
+#include "simulator/WindowLook.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+
+#include <random>
+
+namespace {
+
+constexpr int kLongest = 20000;
+constexpr QPoint kUpgradeButton(250, 218);
+constexpr QPoint kCloseButton(470, 27);
+constexpr QPoint kElsewhere(1000, 700);
+constexpr int kStatusTop = 100;
+constexpr int kStatusHeight = 30;
+
+QByteArray firmware()
+{
+    constexpr int kSize = 50000;
+    std::mt19937 generator(1);
+    QByteArray bytes(kSize, '\0');
+    for (char &byte : bytes) {
+        byte = static_cast<char>(generator());
+    }
+    return bytes;
+}
+
+/// What Qt's debug stream wrote as \a text, with its quotes and escapes.
+QString unquoted(QString text)
+{
+    text = text.mid(1, text.size() - 2);
+    text.replace("\\n", "\n").replace("\\\"", "\"");
+    return text;
+}
+
+} // namespace
+
+RealStage::RealStage(Who who)
+    : package(DfuPackage::forFirmware(firmware()))
+    , m_who(who)
+    , m_user("FW Update")
+{
+    // As an installed program's folder is: for everybody to read.
+    QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7755));
+    QFile::copy(FW_UPDATE_PROGRAM, path("fw-update"));
+    QFile::copy(STAND_IN_TOOL, path("nrfutil-mac"));
+    if (package.write(path("dfu.zip")) != DfuPackage::Error::None) {
+        qFatal("cannot write the package");
+    }
+    // The program looks as at its users', who do not set this.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("QT_FONT_DPI");
+    m_process.setProcessEnvironment(environment);
+    m_process.setWorkingDirectory(m_folder.path());
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.setStandardOutputFile(path("log"));
+}
+
+RealStage::~RealStage()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+bool RealStage::open()
+{
+    const QString program = path("fw-update");
+    m_user.movePointerOnScreen(kElsewhere);
+    if (m_who == Who::Root) {
+        m_process.start(program, QStringList());
+    } else {
+        m_process.start("setpriv", {"--reuid=1000", "--regid=1000", "--clear-groups", program});
+    }
+    return ScreenUser::waitUntil([this] { return isUpgradeEnabled(); }, kLongest);
+}
+
+void RealStage::clickUpgrade()
+{
+    m_user.click(kUpgradeButton);
+    m_user.movePointerOnScreen(kElsewhere);
+}
+
+QString RealStage::status()
+{
+    const QImage window = m_user.look();
+    const QImage line = window.copy(0, kStatusTop, window.width(), kStatusHeight);
+    // Reading takes a slow machine long, and it is asked to read the same again and again.
+    if (line != m_lastLine) {
+        m_lastLine = line;
+        m_lastStatus = WindowLook::statusText(
+            window,
+            {"", "Find Upgrade Device Error!", "Upgrade Successfully",
+             "Upgrading, please do not plug or unplug the device!", lastErrorText()});
+    }
+    return m_lastStatus;
+}
+
+int RealStage::progress()
+{
+    return WindowLook::progress(m_user.look());
+}
+
+bool RealStage::isUpgradeEnabled()
+{
+    return WindowLook::isUpgradeEnabled(m_user.look());
+}
+
+QString RealStage::errorText() const
+{
+    return errorChunks().join("");
+}
+
+QString RealStage::lastErrorText() const
+{
+    const QStringList chunks = errorChunks();
+    return chunks.isEmpty() ? QString() : chunks.last();
+}
+
+bool RealStage::close()
+{
+    m_user.click(kCloseButton);
+    return m_process.waitForFinished(kLongest) && m_process.exitStatus() == QProcess::NormalExit
+        && m_process.exitCode() == 0;
+}
+
+QByteArray RealStage::imageHash() const
+{
+    return QCryptographicHash::hash(package.firmware, QCryptographicHash::Sha256).toHex();
+}
+
+QStringList RealStage::errorChunks() const
+{
+    const QByteArray prefix = "Standard Error: ";
+    QFile file(path("log"));
+    QStringList chunks;
+    if (!file.open(QIODevice::ReadOnly)) {
+        return chunks;
+    }
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.startsWith(prefix)) {
+            chunks.append(unquoted(QString::fromUtf8(line.mid(prefix.size()))));
+        }
+    }
+    return chunks;
+}
