@@ -1,0 +1,127 @@
+# SPDX-FileCopyrightText: 2026 The FW Update developers
+# SPDX-License-Identifier: MIT
+#
+# Functions that get a kernel and start a machine with it, for tests/vm/run, whose $checkout and $vm
+# they use. They write below $vm only.
+# shellcheck shell=bash disable=SC2034,SC2154
+
+# What the machine has to load, by module name; what these need is found by their dependencies.
+readonly modules=(
+    virtio_pci 9pnet_virtio 9p overlay dummy_hcd usb_f_hid usb_f_acm usbhid hid-generic cdc-acm
+    evdev)
+
+# What has to be installed for it on this side; the machine sees this side's files.
+readonly machine_packages=(qemu-system-x86 busybox-static udev systemd)
+
+apt_options=()
+
+# From now on apt uses an own list of packages, for where the system's is empty or out of date.
+use_own_package_lists() {
+    echo "vm: fetching the list of packages"
+    mkdir -p "$vm/apt/lists/partial" "$vm/apt/cache/archives/partial"
+    apt_options=(-o "Dir::State::Lists=$vm/apt/lists" -o "Dir::Cache=$vm/apt/cache")
+    apt-get "${apt_options[@]}" -qq update
+}
+
+# The metapackage knows the kernel's name, which changes with every update.
+kernel_package() {
+    apt-cache "${apt_options[@]}" depends linux-image-amd64 2>/dev/null \
+        | sed -n 's/^ *Depends: \(linux-image-[0-9].*-amd64\)$/\1/p' | head -n 1
+}
+
+# Downloads and unpacks the kernel into $vm/kernel.new.
+unpack_kernel() { # PACKAGE
+    local folder=$vm/kernel.new
+    rm -rf "$folder"
+    mkdir -p "$folder/package" "$folder/modules" || return
+    (cd "$folder" && apt-get "${apt_options[@]}" -q download "$1" >download.log 2>&1) || return
+    dpkg-deb --fsys-tarfile "$folder/$1"_*.deb \
+        | tar -x -C "$folder/package" ./boot ./lib/modules || return
+    busybox depmod -b "$folder/package" "${1#linux-image-}" || return
+    cp "$folder"/package/boot/vmlinuz-* "$folder/vmlinuz"
+    pick_modules "$folder/package/lib/modules/${1#linux-image-}" "$folder/modules" || return
+    rm -r "$folder/package" "$folder/$1"_*.deb
+}
+
+# Makes sure that $vm/kernel holds Debian's current kernel, or the last one where none can be had.
+fetch_kernel() {
+    local package
+    package=$(kernel_package)
+    [[ -n $package ]] || { use_own_package_lists && package=$(kernel_package); }
+    [[ -n $package && $package != "$(cat "$vm/kernel/name" 2>/dev/null)" ]] || return 0
+    echo "vm: downloading $package"
+    if ! unpack_kernel "$package"; then
+        use_own_package_lists
+        package=$(kernel_package)
+        [[ -n $package ]] && unpack_kernel "$package" || return 0
+    fi
+    rm -rf "$vm/kernel"
+    mv "$vm/kernel.new" "$vm/kernel"
+    echo "$package" >"$vm/kernel/name"
+}
+
+# Copies the modules and all that they need, numbered in the order of loading.
+pick_modules() { # FROM TO
+    local files file number=10
+    files=$(awk -v names="${modules[*]}" '
+        function visit(file,   needed, count, i) {
+            if (file in seen) return
+            seen[file] = 1
+            count = split(needs[file], needed, " ")
+            for (i = count; i > 0; --i) visit(needed[i])
+            print file
+        }
+        {
+            file = $1; sub(/:$/, "", file)
+            needs[file] = substr($0, length($1) + 2)
+            module = file; sub(/.*\//, "", module); sub(/\.ko.*/, "", module)
+            fileOf[module] = file
+        }
+        END {
+            count = split(names, wanted, " ")
+            for (i = 1; i <= count; ++i) {
+                if (!(wanted[i] in fileOf)) {
+                    print "vm: the kernel has no module " wanted[i] > "/dev/stderr"
+                    exit 1
+                }
+                visit(fileOf[wanted[i]])
+            }
+        }' "$1/modules.dep") || return
+    for file in $files; do
+        cp "$1/$file" "$2/$number-${file##*/}" || return
+        number=$((number + 1))
+    done
+}
+
+# Packs busybox, the modules and guest-init into $vm/initramfs.
+make_initramfs() { # ARGUMENT-FOR-THE-SCENARIOS…
+    local root=$vm/initramfs.root
+    rm -rf "$root"
+    mkdir -p "$root"/{bin,proc,sys,dev,host,upper,root}
+    cp "$(command -v busybox)" "$root/bin/busybox"
+    cp -r "$vm/kernel/modules" "$root/modules"
+    install -m 0755 "$checkout/tests/vm/guest-init" "$root/init"
+    printf '%s' "$checkout" >"$root/checkout"
+    printf '%s\n' "$@" >"$root/arguments"
+    (cd "$root" && find . | busybox cpio -o -H newc -R 0:0 2>/dev/null) >"$vm/initramfs"
+    rm -r "$root"
+}
+
+# Starts the machine in the background and sets $machine to its process id. Its time goes by the
+# instructions that it has executed, so that a busy host does not make its programs late.
+start_machine() {
+    local folder=${vm//,/,,}
+    rm -rf "$vm/out" "$vm/console.log"
+    mkdir -p "$vm/out"
+    qemu-system-x86_64 \
+        -accel tcg -icount shift=0 -cpu max -smp 1 -m 1536 \
+        -nodefaults -no-user-config -nographic -no-reboot \
+        -kernel "$vm/kernel/vmlinuz" -initrd "$vm/initramfs" \
+        -append "console=ttyS0 panic=-1 mitigations=off" \
+        -fsdev "local,id=host,path=/,security_model=none,readonly=on,multidevs=remap" \
+        -device virtio-9p-pci,fsdev=host,mount_tag=host \
+        -fsdev "local,id=out,path=$folder/out,security_model=none" \
+        -device virtio-9p-pci,fsdev=out,mount_tag=out \
+        -serial "file:$vm/console.log" -serial stdio </dev/null &
+    machine=$!
+}
