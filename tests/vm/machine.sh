@@ -97,7 +97,7 @@ pick_modules() { # FROM TO
 make_initramfs() { # ARGUMENT-FOR-THE-SCENARIOS…
     local root=$vm/initramfs.root
     rm -rf "$root"
-    mkdir -p "$root"/{bin,proc,sys,dev,host,upper,root}
+    mkdir -p "$root"/{bin,proc,sys,dev,host,upper,newroot}
     cp "$(command -v busybox)" "$root/bin/busybox"
     cp -r "$vm/kernel/modules" "$root/modules"
     install -m 0755 "$checkout/tests/vm/guest-init" "$root/init"
