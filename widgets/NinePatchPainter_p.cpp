@@ -3,8 +3,6 @@
 
 #include "widgets/NinePatchPainter_p.h"
 
-#include <limits>
-
 NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int left, int top,
                                                  int right, int bottom, bool horizontalStretch,
                                                  bool verticalStretch)
@@ -48,9 +46,9 @@ QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect,
 
 QPixmap NinePatchPainterPrivate::scalePixmap(const QPixmap &picture, const QSize &size) const
 {
-    // QPixmap::scaled would warn about a null picture, and the kit never reports one. Of a size
-    // that no picture can have it makes none either, but takes gigabytes first.
-    constexpr qint64 kMaxPixels = std::numeric_limits<int>::max() / 4;
+    // QPixmap::scaled would warn about a null picture, and the kit never reports one. For a size
+    // that no screen has it would take gigabytes.
+    constexpr qint64 kMaxPixels = 1 << 26;
     const QSize atLeastOne = size.expandedTo(QSize(1, 1)); // as QPixmap::scaled takes it
     if (picture.isNull() || qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels) {
         return {};

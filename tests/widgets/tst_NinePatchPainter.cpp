@@ -121,6 +121,7 @@ private slots:
     void nullPicturePaintsNothing();
     void bordersWithoutEndPaintNothing_data();
     void bordersWithoutEndPaintNothing();
+    void pieceWithoutEndPaintsNothing();
     void flagsChangeNothing();
     void leavesThePainterAsItWas();
 };
@@ -385,6 +386,22 @@ void tst_NinePatchPainter::bordersWithoutEndPaintNothing()
     const QImage before = canvas;
     QPainter painter(&canvas);
     patches.paint(&painter, canvas.rect(), border, border, border, border);
+    painter.end();
+    QCOMPARE(canvas, before);
+}
+
+void tst_NinePatchPainter::pieceWithoutEndPaintsNothing()
+{
+    // One pixel high and half a billion wide.
+    const int border = 1 << 29;
+    QPixmap picture(20, 20);
+    picture.fill(Qt::red);
+    const NinePatchPainter patches(picture, 5, 5, 5, 5, true, true);
+    QImage canvas(40, 40, QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::blue);
+    const QImage before = canvas;
+    QPainter painter(&canvas);
+    patches.paint(&painter, canvas.rect(), border, 1, 0, 0);
     painter.end();
     QCOMPARE(canvas, before);
 }
