@@ -137,37 +137,47 @@ void tst_Desktop::start()
 void tst_Desktop::screenThatCannotBeAsked_data()
 {
     QTest::addColumn<QByteArray>("platform");
+    QTest::addColumn<QByteArray>("session");
     QTest::addColumn<QByteArray>("display");
 
-    QTest::newRow("none is named") << QByteArray("xcb") << QByteArray();
-    QTest::newRow("none answers") << QByteArray("xcb") << QByteArray(":nowhere");
-    QTest::newRow("another platform") << QByteArray("offscreen") << QByteArray(":nowhere");
+    QTest::newRow("none is named") << QByteArray("xcb") << QByteArray() << QByteArray();
+    QTest::newRow("none answers") << QByteArray("xcb") << QByteArray() << QByteArray(":nowhere");
+    QTest::newRow("none answers in a session of X")
+        << QByteArray() << QByteArray("x11") << QByteArray(":nowhere");
+    QTest::newRow("none answers in a session of Wayland")
+        << QByteArray() << QByteArray("wayland") << QByteArray(":nowhere");
+    QTest::newRow("another platform")
+        << QByteArray("offscreen") << QByteArray() << QByteArray(":nowhere");
 }
 
 void tst_Desktop::screenThatCannotBeAsked()
 {
     QFETCH(QByteArray, platform);
+    QFETCH(QByteArray, session);
     QFETCH(QByteArray, display);
 
-    const QList<QByteArray> names = {"QT_FONT_DPI", "QT_QPA_PLATFORM", "DISPLAY"};
+    const QHash<QByteArray, QByteArray> settings = {{"QT_FONT_DPI", {}},
+                                                    {"QT_QPA_PLATFORM", platform},
+                                                    {"XDG_SESSION_TYPE", session},
+                                                    {"DISPLAY", display}};
+    const auto set = [](const QByteArray &name, const QByteArray &value) {
+        if (value.isEmpty()) {
+            qunsetenv(name.constData());
+        } else {
+            qputenv(name.constData(), value);
+        }
+    };
     QHash<QByteArray, QByteArray> before;
-    for (const QByteArray &name : names) {
-        before[name] = qgetenv(name.constData());
-        qunsetenv(name.constData());
-    }
-    qputenv("QT_QPA_PLATFORM", platform);
-    if (!display.isEmpty()) {
-        qputenv("DISPLAY", display);
+    for (auto setting = settings.begin(); setting != settings.end(); ++setting) {
+        before[setting.key()] = qgetenv(setting.key().constData());
+        set(setting.key(), setting.value());
     }
     Desktop desktop;
     QCOMPARE(qgetenv("QT_SCALE_FACTOR"), QByteArray("1"));
     desktop.restoreEnvironment();
     QVERIFY(!qEnvironmentVariableIsSet("QT_SCALE_FACTOR"));
-    for (const QByteArray &name : names) {
-        qputenv(name.constData(), before.value(name));
-        if (before.value(name).isEmpty()) {
-            qunsetenv(name.constData());
-        }
+    for (auto setting = before.cbegin(); setting != before.cend(); ++setting) {
+        set(setting.key(), setting.value());
     }
 }
 
