@@ -3,6 +3,19 @@
 
 #include "widgets/NinePatchPainter_p.h"
 
+namespace {
+
+/// Whether a picture takes more than half a gigabyte. Borders that ask for one are a mistake, and
+/// Qt would take several times that much on the way.
+bool isBeyondMemory(const QSize &size)
+{
+    constexpr qint64 kMaxPixels = 1 << 27;
+    const QSize atLeastOne = size.expandedTo(QSize(1, 1)); // as QPixmap::scaled takes it
+    return qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels;
+}
+
+} // namespace
+
 NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int left, int top,
                                                  int right, int bottom, bool horizontalStretch,
                                                  bool verticalStretch)
@@ -15,7 +28,9 @@ NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int lef
 {
     const QList<QRect> sources = calculateNinePatchRects(picture.rect(), left, top, right, bottom);
     for (int i = 0; i < kPieceCount; ++i) {
-        m_pieces.at(static_cast<std::size_t>(i)) = picture.copy(sources.at(i));
+        if (!isBeyondMemory(sources.at(i).size())) {
+            m_pieces.at(static_cast<std::size_t>(i)) = picture.copy(sources.at(i));
+        }
     }
 }
 
@@ -46,11 +61,8 @@ QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect,
 
 QPixmap NinePatchPainterPrivate::scalePixmap(const QPixmap &picture, const QSize &size) const
 {
-    // QPixmap::scaled would warn about a null picture, and the kit never reports one. For a size
-    // that no screen has it would take gigabytes.
-    constexpr qint64 kMaxPixels = 1 << 26;
-    const QSize atLeastOne = size.expandedTo(QSize(1, 1)); // as QPixmap::scaled takes it
-    if (picture.isNull() || qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels) {
+    // QPixmap::scaled would warn about a null picture, and the kit never reports one.
+    if (picture.isNull() || isBeyondMemory(size)) {
         return {};
     }
     return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
