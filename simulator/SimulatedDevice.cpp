@@ -172,6 +172,8 @@ void SimulatedDevice::leave()
 
 void SimulatedDevice::answer(const QByteArray &bytes)
 {
+    // It stays finished until the next upgrade has begun to write.
+    const bool wasFinished = m_bootloader.isFinished();
     const QByteArray answer = m_bootloader.receive(bytes);
     const qint64 received = m_bootloader.imageBytesReceived();
     tellProgress();
@@ -188,7 +190,7 @@ void SimulatedDevice::answer(const QByteArray &bytes)
         != answer.size()) {
         emit happened("an answer was lost, nobody reads the port");
     }
-    if (m_bootloader.isFinished() && !m_restartTimer->isActive()) {
+    if (m_bootloader.isFinished() && !wasFinished) {
         m_image = m_bootloader.image();
         emit happened("image flashed: SHA-256 " + sha256(m_image));
         m_restartTimer->start();

@@ -101,6 +101,7 @@ private slots:
     void hasSeveralPorts();
     void isFlashed_data();
     void isFlashed();
+    void isFlashedTwice();
     void isSilent();
     void canBeUnpluggedAtAnyTime_data();
     void canBeUnpluggedAtAnyTime();
@@ -229,6 +230,22 @@ void tst_SimulatedDevice::isFlashed()
     QCOMPARE(device.image(), succeeds ? tool.package.firmware : QByteArray());
     QTRY_VERIFY(!device.isRestarting());
     QCOMPARE(device.state(), endsAs);
+}
+
+void tst_SimulatedDevice::isFlashedTwice()
+{
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({}));
+    device.startInBootloader();
+    for (int i = 0; i < 2; ++i) {
+        Tool tool;
+        QTRY_VERIFY_WITH_TIMEOUT(tool.hasEnded(), 20000);
+        QCOMPARE(tool.exitCode(), 0);
+        QCOMPARE(device.image(), tool.package.firmware);
+        QTRY_COMPARE(device.state(), SimulatedDevice::State::Application);
+        device.unplug();
+        device.startInBootloader();
+    }
 }
 
 void tst_SimulatedDevice::isSilent()
