@@ -19,7 +19,13 @@ test_packages=(doxygen qttools5-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 
 # What looks at the sources and the running program.
-quality_packages=(clang-tidy cppcheck clazy gcovr valgrind)
+quality_packages=(clang-format clang-tidy cppcheck clazy gcovr valgrind xdotool)
+
+# What measures the program.
+benchmark_packages=(binutils libbenchmark-dev libxdamage-dev)
+
+# The emulated machine, which sees this one's files and runs some of them.
+machine_packages=(qemu-system-x86 busybox-static udev systemd)
 
 # What makes the packages and looks at them.
 packaging_packages=(
