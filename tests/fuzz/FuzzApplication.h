@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -17,7 +18,7 @@ inline void start()
     static char name[] = "fuzz";
     static char *arguments[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", "/tmp");
+    qputenv("XDG_RUNTIME_DIR", QDir::tempPath().toLocal8Bit());
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     static const QApplication application(count, arguments);
 }

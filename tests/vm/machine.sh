@@ -10,9 +10,6 @@ readonly modules=(
     virtio_pci 9pnet_virtio 9p overlay dummy_hcd usb_f_hid usb_f_acm usbhid hid-generic cdc-acm
     evdev)
 
-# What has to be installed for it on this side; the machine sees this side's files.
-readonly machine_packages=(qemu-system-x86 busybox-static udev systemd)
-
 apt_options=()
 
 # From now on apt uses an own list of packages, for where the system's is empty or out of date.
