@@ -6,6 +6,7 @@
 #include "widgets/KitAccessibility.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 
 int main(int argc, char *argv[])
 {
@@ -13,6 +14,9 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     desktop.leaveOutPicturePlugins();
     KitAccessibility::install();
+    // Every picture is loaded once. Kept for another time, it would only wake the program up half a
+    // minute later to be thrown away.
+    QPixmapCache::setCacheLimit(0);
     MainWindow window;
     window.show();
     desktop.restoreEnvironment();
