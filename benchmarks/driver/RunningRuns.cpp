@@ -4,6 +4,7 @@
 #include "benchmarks/driver/RunningRuns.h"
 
 #include "benchmarks/driver/Installation.h"
+#include "benchmarks/driver/OneProcessor.h"
 #include "benchmarks/driver/Spectator.h"
 
 #include <QThread>
@@ -51,6 +52,7 @@ Rows RunningRuns::run(Spectator &spectator, Installation &installation,
     Activity during;
     Activity after;
     Activity floor;
+    const OneProcessor processor;
     for (int round = 0; round < rounds; ++round) {
         {
             Program window(animatedWindow, variables);
