@@ -70,7 +70,6 @@ Rows InProcessRuns::run(const QString &path, const Program::Variables &variables
     };
     return {
         row("Line of success to status text", "success", "slot", Row::Drifting, 1.25),
-        row("Line of success to status text", "success", "slot and log", Row::Drifting, 1.25),
         row("Line of an error to status text", "error", "slot", Row::Drifting, 1.25),
         row("Line of an error to status text", "error", "slot and log", Row::Drifting, 1.25),
         row("CPU to drain a megabyte", "drain", "search", Row::Drifting, 1.15),
