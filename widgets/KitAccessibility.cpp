@@ -100,13 +100,14 @@ public:
 private:
     QString name() const
     {
-        for (const QString &words :
-             {m_button->accessibleName(), captionOf(m_button), m_button->toolTip()}) {
-            if (!words.isEmpty()) {
-                return words;
-            }
+        QString words = m_button->accessibleName();
+        if (words.isEmpty()) {
+            words = captionOf(m_button);
         }
-        return QAccessibleWidget::text(QAccessible::Name);
+        if (words.isEmpty()) {
+            words = m_button->toolTip();
+        }
+        return words.isEmpty() ? QAccessibleWidget::text(QAccessible::Name) : words;
     }
 
     QAbstractButton *m_button;
