@@ -84,7 +84,9 @@ void FuncButton::paintEvent(QPaintEvent * /*event*/)
     if (m_title.isEmpty()) {
         return;
     }
-    painter.setFont(QFont("Arial", 12));
+    QFont font("Arial", 12);
+    font.resolve(~0U); // all of it set, or the widget's own would make it bold or underlined
+    painter.setFont(font);
     painter.setPen(active ? QColor(30, 30, 30) : QColor(100, 100, 100));
     painter.drawText(QRect(0, height() - kBandRise, width(), kBandHeight), Qt::AlignCenter,
                      m_title);

@@ -29,7 +29,9 @@ void TitledFace::drawPictures(QPainter &painter, const QSize &size, int state) c
 void TitledFace::drawTitle(QPainter &painter, const QRect &rect, int flags, const QString &title,
                            int state) const
 {
-    painter.setFont(QFont("Arial", 12));
+    QFont font("Arial", 12);
+    font.resolve(~0U); // all of it set, or the widget's own would make it bold or underlined
+    painter.setFont(font);
     painter.setPen(textColors.at(state));
     painter.drawText(rect, flags, title);
 }

@@ -48,7 +48,7 @@ public:
         button.resize(width, strip.height());
         button.setBkgPixmap(StripedPicture::save(m_folder, strip), count);
         for (int state = 0; state < 3; ++state) {
-            bring(button, state);
+            TitledPictures::bring(button, state);
             QCOMPARE(WidgetPicture::of(button),
                      WidgetPicture::with(button.size(), QPoint(0, 0),
                                          StripedPicture::columns(strip, starts.at(state), width)));
@@ -108,7 +108,7 @@ public:
         button.setIconPixmap(StripedPicture::saveOther(m_folder, strip), count, rect);
         const QImage icons = StripedPicture::paintOther(strip);
         for (int state = 0; state < 3; ++state) {
-            bring(button, state);
+            TitledPictures::bring(button, state);
             QCOMPARE(WidgetPicture::of(button),
                      TitledPictures::dressed(TitledPictures::background(state),
                                              icons.copy(starts.at(state), 0, 24, 24),
@@ -172,7 +172,7 @@ public:
             first += qMax(count, 0);
         }
         for (int state = 0; state < 3; ++state) {
-            bring(button, state);
+            TitledPictures::bring(button, state);
             QCOMPARE(
                 WidgetPicture::of(button),
                 TitledPictures::dressed(
@@ -196,36 +196,6 @@ public:
                                            WidgetPicture::of(button, kGrey)));
     }
 
-    static void titleColour_data()
-    {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<QColor>("ink");
-
-        const QColor dark(55, 55, 55);
-        const QColor white(255, 255, 255);
-        QTest::newRow("normal") << 0 << true << dark;
-        QTest::newRow("hover") << 1 << true << white;
-        QTest::newRow("pressed") << 2 << true << white;
-        QTest::newRow("disabled looks enabled") << 0 << false << dark;
-        QTest::newRow("hover while disabled") << 1 << false << white;
-        QTest::newRow("pressed while disabled") << 2 << false << white;
-    }
-
-    void titleColour()
-    {
-        QFETCH(int, state);
-        QFETCH(bool, enabled);
-        QFETCH(QColor, ink);
-
-        Subject button(nullptr, "HEH");
-        button.resize(TitledPictures::kSize);
-        button.setEnabled(enabled);
-        bring(button, state);
-        QVERIFY(WidgetPicture::isWrittenIn(ink, WidgetPicture::canvas(TitledPictures::kSize, kGrey),
-                                           WidgetPicture::of(button, kGrey)));
-    }
-
     void titleLiesOverTheIcon()
     {
         Subject bare(nullptr, QString());
@@ -241,17 +211,6 @@ public:
         }
         QVERIFY(WidgetPicture::isWrittenIn(QColor(55, 55, 55), WidgetPicture::of(bare),
                                            WidgetPicture::of(titled)));
-    }
-
-    void titleIgnoresTheWidgetsFontSize()
-    {
-        Subject button(nullptr, "HEH");
-        button.resize(TitledPictures::kSize);
-        const QImage before = WidgetPicture::of(button);
-        QFont large = button.font();
-        large.setPointSize(40);
-        button.setFont(large);
-        QCOMPARE(WidgetPicture::of(button), before);
     }
 
     void textIsNotUsed()
@@ -293,47 +252,10 @@ public:
         QCOMPARE(buttonSignals.take(), (QStringList{"pressed", "released", "clicked(false)"}));
     }
 
-    /// The region that a title of capital letters fills if it begins at \a left, or in the middle
-    /// of the button for a negative one.
-    static QRect titleRegion(Button &button, const QString &title, int left)
-    {
-        const QFontMetrics metrics(QFont("Arial", 12), &button);
-        const int middle = (button.width() - metrics.horizontalAdvance(title)) / 2;
-        const int baseline = (button.height() - metrics.height()) / 2 + metrics.ascent();
-        return metrics.tightBoundingRect(title).translated(left < 0 ? middle : left, baseline)
-            & button.rect();
-    }
-
-    /// What a bare button with a title writes.
-    static QRect writtenRegion(Button &button)
-    {
-        return WidgetPicture::changedRegion(WidgetPicture::canvas(button.size(), kGrey),
-                                            WidgetPicture::of(button, kGrey));
-    }
-
-    /// Whether the two agree but for a pixel of smoothed edges.
-    static bool isAbout(const QRect &region, const QRect &expected)
-    {
-        return expected.adjusted(-1, -1, 1, 1).contains(region)
-            && region.contains(expected.adjusted(1, 1, -1, -1));
-    }
-
 private:
     using Subject = PointerEvents::Open<Button>;
 
     static constexpr QRgb kGrey = 0xff909090;
-
-    /// Brings the button into a state: 0 normal, 1 hover, 2 pressed.
-    static void bring(Subject &button, int state)
-    {
-        PointerEvents::call(button, PointerEvents::Leave);
-        if (state > 0) {
-            PointerEvents::call(button, PointerEvents::Enter);
-        }
-        if (state > 1) {
-            PointerEvents::call(button, PointerEvents::LeftPress);
-        }
-    }
 
     QTemporaryDir m_folder;
 };

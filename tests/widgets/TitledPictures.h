@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tests/support/PointerEvents.h"
+
 #include <QImage>
 #include <QString>
 
@@ -27,5 +29,17 @@ QString savePlain(const QTemporaryDir &folder, int first, int count, const QSize
 
 /// A button of kSize with \a background in its middle and \a icon over it.
 QImage dressed(const QImage &background, const QImage &icon, const QPoint &iconTopLeft);
+
+/// Brings \a button into a state: 0 normal, 1 hover, 2 pressed.
+template <class Button> void bring(PointerEvents::Open<Button> &button, int state)
+{
+    PointerEvents::call(button, PointerEvents::Leave);
+    if (state > 0) {
+        PointerEvents::call(button, PointerEvents::Enter);
+    }
+    if (state > 1) {
+        PointerEvents::call(button, PointerEvents::LeftPress);
+    }
+}
 
 } // namespace TitledPictures

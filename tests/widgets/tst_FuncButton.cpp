@@ -8,8 +8,8 @@
 #include "tests/support/RepaintCounter.h"
 #include "tests/support/StripedPicture.h"
 #include "tests/support/WidgetPicture.h"
+#include "tests/widgets/Lettering.h"
 
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -20,9 +20,6 @@ namespace {
 constexpr QSize kButton(80, 80);
 constexpr QSize kPicture(48, 48);
 constexpr QPoint kCentred(16, 16);
-constexpr QRgb kWhite = 0xffffffff;
-const QColor kResting(100, 100, 100);
-const QColor kActive(30, 30, 30);
 
 QImage shows(bool active, const QSize &picture = kPicture, const QPoint &topLeft = kCentred)
 {
@@ -31,20 +28,12 @@ QImage shows(bool active, const QSize &picture = kPicture, const QPoint &topLeft
                                       : StripedPicture::paint(picture));
 }
 
-/// Where \a title appears: in the middle of a band 25 pixels high, 11 rows above the bottom edge.
-QRect captionRegion(FuncButton &button, const QString &title)
+/// The same with the caption "HEH".
+QImage captioned(const QImage &button, bool active)
 {
-    const QFontMetrics metrics(QFont("Arial", 12), &button);
     const QRect band(0, button.height() - 36, button.width(), 25);
-    const int left = (band.width() - metrics.horizontalAdvance(title)) / 2;
-    const int baseline = band.top() + (band.height() - metrics.height()) / 2 + metrics.ascent();
-    return metrics.tightBoundingRect(title).translated(left, baseline) & button.rect();
-}
-
-QRect writtenRegion(FuncButton &button)
-{
-    return WidgetPicture::changedRegion(WidgetPicture::canvas(button.size(), kWhite),
-                                        WidgetPicture::of(button, kWhite));
+    return Lettering{band, 132, active ? QColor(30, 30, 30) : QColor(100, 100, 100)}.on(button,
+                                                                                        "HEH");
 }
 
 } // namespace
@@ -64,13 +53,6 @@ private slots:
     void setCheckRepaints();
     void setPixmapNeitherRepaintsNorResizes();
     void unreadablePictureLeavesTheCaption();
-
-    void captionBand_data();
-    void captionBand();
-    void captionIgnoresTheWidgetsFontSize();
-    void captionWiderThanTheButtonIsCutOff();
-    void emptyTitleDrawsNoCaption();
-    void textIsNotUsed();
 
 private:
     void dress(FuncButton &button, const QSize &picture = kPicture)
@@ -145,13 +127,12 @@ void tst_FuncButton::looks()
         }
     }
     QCOMPARE(WidgetPicture::of(bare), shows(active));
-    QVERIFY(WidgetPicture::isWrittenIn(active ? kActive : kResting, WidgetPicture::of(bare),
-                                       WidgetPicture::of(titled)));
+    QCOMPARE(WidgetPicture::of(titled), captioned(shows(active), active));
 }
 
 void tst_FuncButton::checkOutlastsTheLeave()
 {
-    FuncButton button(nullptr, QString());
+    FuncButton button(nullptr, "HEH");
     button.resize(kButton);
     dress(button);
     QVERIFY(!button.isCheck());
@@ -159,10 +140,10 @@ void tst_FuncButton::checkOutlastsTheLeave()
     QVERIFY(button.isCheck());
     cross(button, Enter);
     cross(button, Leave);
-    QCOMPARE(WidgetPicture::of(button), shows(true));
+    QCOMPARE(WidgetPicture::of(button), captioned(shows(true), true));
     button.setCheck(false);
     QVERIFY(!button.isCheck());
-    QCOMPARE(WidgetPicture::of(button), shows(false));
+    QCOMPARE(WidgetPicture::of(button), captioned(shows(false), false));
 }
 
 void tst_FuncButton::clickLeavesTheMarkAlone()
@@ -216,90 +197,16 @@ void tst_FuncButton::unreadablePictureLeavesTheCaption()
 {
     const QString missing = m_folder.filePath("missing.png");
     const QString picture = StripedPicture::save(m_folder, kPicture);
-    const QImage empty = WidgetPicture::canvas(kButton, kWhite);
+    const QImage empty = WidgetPicture::canvas(kButton);
     FuncButton button(nullptr, "HEH");
     button.resize(kButton);
 
     button.setPixmap(picture, picture);
     button.setPixmap(missing, picture);
-    QVERIFY(WidgetPicture::isWrittenIn(kResting, empty, WidgetPicture::of(button, kWhite)));
+    QCOMPARE(WidgetPicture::of(button), captioned(empty, false));
     button.setPixmap(picture, missing);
     button.setCheck(true);
-    QVERIFY(WidgetPicture::isWrittenIn(kActive, empty, WidgetPicture::of(button, kWhite)));
-}
-
-void tst_FuncButton::captionBand_data()
-{
-    QTest::addColumn<QSize>("size");
-
-    QTest::newRow("80 x 80: rows 44 to 68") << QSize(80, 80);
-    QTest::newRow("odd width") << QSize(81, 80);
-    QTest::newRow("high button") << QSize(80, 200);
-    QTest::newRow("30 high: the band begins above the button") << QSize(80, 30);
-    QTest::newRow("24 high: the caption is clipped at the top") << QSize(80, 24);
-}
-
-void tst_FuncButton::captionBand()
-{
-    QFETCH(QSize, size);
-
-    FuncButton button(nullptr, "HEH");
-    button.resize(size);
-    const QRect region = writtenRegion(button);
-    const QRect expected = captionRegion(button, "HEH");
-
-    // One pixel for smoothed edges.
-    QVERIFY(expected.adjusted(-1, -1, 1, 1).contains(region));
-    QVERIFY(region.contains(expected.adjusted(1, 1, -1, -1)));
-
-    // The same letters drawn into the band itself are smoothed alike.
-    QImage drawn = WidgetPicture::canvas(size, kWhite);
-    drawn.setDotsPerMeterX(qRound(button.logicalDpiX() / 0.0254));
-    drawn.setDotsPerMeterY(qRound(button.logicalDpiY() / 0.0254));
-    QPainter painter(&drawn);
-    painter.setFont(QFont("Arial", 12));
-    painter.drawText(QRect(0, size.height() - 36, size.width(), 25), Qt::AlignCenter, "HEH");
-    painter.end();
-    QCOMPARE(region, WidgetPicture::changedRegion(WidgetPicture::canvas(size, kWhite), drawn));
-}
-
-void tst_FuncButton::captionIgnoresTheWidgetsFontSize()
-{
-    FuncButton button(nullptr, "HEH");
-    button.resize(kButton);
-    const QImage before = WidgetPicture::of(button, kWhite);
-    QFont large = button.font();
-    large.setPointSize(40);
-    button.setFont(large);
-    QCOMPARE(WidgetPicture::of(button, kWhite), before);
-}
-
-void tst_FuncButton::captionWiderThanTheButtonIsCutOff()
-{
-    FuncButton button(nullptr, "HHHHHHHHHHHHHHHHHHHH");
-    button.resize(60, 80);
-    const QRect region = writtenRegion(button);
-    QCOMPARE(region.left(), 0);
-    QCOMPARE(region.right(), 59);
-}
-
-void tst_FuncButton::emptyTitleDrawsNoCaption()
-{
-    FuncButton button(nullptr, QString());
-    button.resize(kButton);
-    QCOMPARE(WidgetPicture::of(button), WidgetPicture::canvas(kButton));
-}
-
-void tst_FuncButton::textIsNotUsed()
-{
-    FuncButton titled(nullptr, "HEH");
-    QVERIFY(titled.text().isEmpty());
-
-    FuncButton button(nullptr, QString());
-    button.resize(kButton);
-    button.setText("HEH");
-    button.setIcon(QPixmap::fromImage(StripedPicture::paint(QSize(16, 16))));
-    QCOMPARE(WidgetPicture::of(button), WidgetPicture::canvas(kButton));
+    QCOMPARE(WidgetPicture::of(button), captioned(empty, true));
 }
 
 QTEST_MAIN(tst_FuncButton)

@@ -3,6 +3,7 @@
 
 #include "widgets/IconButton.h"
 
+#include "tests/widgets/TitleChecks.h"
 #include "tests/widgets/TitledButtonChecks.h"
 
 #include <QtTest>
@@ -12,6 +13,8 @@ class tst_IconButton : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { Lettering::makeArialStandOut(); }
+
     void cutsTheBackground_data() { Checks::cutsTheBackground_data(); }
     void cutsTheBackground() { m_checks.cutsTheBackground(); }
     void drawsTheBackgroundInTheMiddle_data() { Checks::drawsTheBackgroundInTheMiddle_data(); }
@@ -21,24 +24,29 @@ private slots:
     void callsOfTheSetters_data() { Checks::callsOfTheSetters_data(); }
     void callsOfTheSetters() { m_checks.callsOfTheSetters(); }
     void unreadablePicturesDrawNothing() { m_checks.unreadablePicturesDrawNothing(); }
-    void titleColour_data() { Checks::titleColour_data(); }
-    void titleColour() { m_checks.titleColour(); }
     void titleLiesOverTheIcon() { m_checks.titleLiesOverTheIcon(); }
-    void titleIgnoresTheWidgetsFontSize() { m_checks.titleIgnoresTheWidgetsFontSize(); }
     void textIsNotUsed() { m_checks.textIsNotUsed(); }
     void pixmapSettersDoNotRepaint() { m_checks.pixmapSettersDoNotRepaint(); }
     void onlyTheLeftButtonClicks() { m_checks.onlyTheLeftButtonClicks(); }
 
+    void writesTheTitleAsItIs_data() { Titles::writesTheTitleAsItIs_data(); }
+    void writesTheTitleAsItIs() { m_titles.writesTheTitleAsItIs(); }
+    void titleColour_data() { Titles::titleColour_data(); }
+    void titleColour() { m_titles.titleColour(); }
+    void titleIgnoresTheWidgetsFont_data() { Titles::titleIgnoresTheWidgetsFont_data(); }
+    void titleIgnoresTheWidgetsFont() { m_titles.titleIgnoresTheWidgetsFont(); }
+
     void titleBeginsRightOfTheIcon_data();
     void titleBeginsRightOfTheIcon();
     void lastRectangleCounts();
-    void longTitleIsCutOffAtTheRightEdge();
     void emptyTitleDrawsNothing();
 
 private:
     using Checks = TitledButtonChecks<IconButton>;
+    using Titles = TitleChecks<IconButton>;
 
     Checks m_checks;
+    Titles m_titles{9, 129}; // left and in the middle of the height
 };
 
 void tst_IconButton::titleBeginsRightOfTheIcon_data()
@@ -63,8 +71,7 @@ void tst_IconButton::titleBeginsRightOfTheIcon()
         if (rect.isValid()) {
             button.setIconPixmap(QString(), 0, rect);
         }
-        QVERIFY(Checks::isAbout(Checks::writtenRegion(button),
-                                Checks::titleRegion(button, "HEH", left)));
+        QCOMPARE(WidgetPicture::of(button), m_titles.written(size, "HEH", left));
     }
 }
 
@@ -74,16 +81,7 @@ void tst_IconButton::lastRectangleCounts()
     button.resize(120, 40);
     button.setIconPixmap(QString(), 0, QRect(8, 6, 24, 24));
     button.setIconPixmap(QString(), 0, QRect(8, 6, 44, 24));
-    QVERIFY(Checks::isAbout(Checks::writtenRegion(button), Checks::titleRegion(button, "HEH", 61)));
-}
-
-void tst_IconButton::longTitleIsCutOffAtTheRightEdge()
-{
-    IconButton button(nullptr, "HHHHHHHHHHHHHHHHHHHH");
-    button.resize(60, 40);
-    const QRect region = Checks::writtenRegion(button);
-    QVERIFY(qAbs(region.left() - 10) <= 1);
-    QCOMPARE(region.right(), 59);
+    QCOMPARE(WidgetPicture::of(button), m_titles.written(button.size(), "HEH", 61));
 }
 
 void tst_IconButton::emptyTitleDrawsNothing()

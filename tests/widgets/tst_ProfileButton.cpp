@@ -3,6 +3,7 @@
 
 #include "widgets/ProfileButton.h"
 
+#include "tests/widgets/TitleChecks.h"
 #include "tests/widgets/TitledButtonChecks.h"
 
 #include <QtTest>
@@ -12,6 +13,8 @@ class tst_ProfileButton : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { Lettering::makeArialStandOut(); }
+
     void cutsTheBackground_data() { Checks::cutsTheBackground_data(); }
     void cutsTheBackground() { m_checks.cutsTheBackground(); }
     void drawsTheBackgroundInTheMiddle_data() { Checks::drawsTheBackgroundInTheMiddle_data(); }
@@ -21,13 +24,17 @@ private slots:
     void callsOfTheSetters_data() { Checks::callsOfTheSetters_data(); }
     void callsOfTheSetters() { m_checks.callsOfTheSetters(); }
     void unreadablePicturesDrawNothing() { m_checks.unreadablePicturesDrawNothing(); }
-    void titleColour_data() { Checks::titleColour_data(); }
-    void titleColour() { m_checks.titleColour(); }
     void titleLiesOverTheIcon() { m_checks.titleLiesOverTheIcon(); }
-    void titleIgnoresTheWidgetsFontSize() { m_checks.titleIgnoresTheWidgetsFontSize(); }
     void textIsNotUsed() { m_checks.textIsNotUsed(); }
     void pixmapSettersDoNotRepaint() { m_checks.pixmapSettersDoNotRepaint(); }
     void onlyTheLeftButtonClicks() { m_checks.onlyTheLeftButtonClicks(); }
+
+    void writesTheTitleAsItIs_data() { Titles::writesTheTitleAsItIs_data(); }
+    void writesTheTitleAsItIs() { m_titles.writesTheTitleAsItIs(); }
+    void titleColour_data() { Titles::titleColour_data(); }
+    void titleColour() { m_titles.titleColour(); }
+    void titleIgnoresTheWidgetsFont_data() { Titles::titleIgnoresTheWidgetsFont_data(); }
+    void titleIgnoresTheWidgetsFont() { m_titles.titleIgnoresTheWidgetsFont(); }
 
     void titleIsCentred_data();
     void titleIsCentred();
@@ -38,8 +45,10 @@ private slots:
 
 private:
     using Checks = TitledButtonChecks<ProfileButton>;
+    using Titles = TitleChecks<ProfileButton>;
 
     Checks m_checks;
+    Titles m_titles{0, 132}; // in the middle
 };
 
 void tst_ProfileButton::titleIsCentred_data()
@@ -63,7 +72,7 @@ void tst_ProfileButton::titleIsCentred()
     if (rect.isValid()) {
         button.setIconPixmap(QString(), 0, rect);
     }
-    QVERIFY(Checks::isAbout(Checks::writtenRegion(button), Checks::titleRegion(button, "HEH", -1)));
+    QCOMPARE(WidgetPicture::of(button), m_titles.written(size, "HEH", 0));
 }
 
 void tst_ProfileButton::setTitleRepaints_data()
@@ -97,8 +106,7 @@ void tst_ProfileButton::setTitleKeepsTheState()
     button.resize(120, 40);
     PointerEvents::cross(button, PointerEvents::Enter);
     button.SetTitle("HEH");
-    const QImage empty = WidgetPicture::canvas(button.size(), 0xff000000);
-    QVERIFY(WidgetPicture::isWrittenIn(Qt::white, empty, WidgetPicture::of(button, 0xff000000)));
+    QCOMPARE(WidgetPicture::of(button), m_titles.written(button.size(), "HEH", 0, Qt::white));
 }
 
 void tst_ProfileButton::emptyTitleDrawsNothing()
