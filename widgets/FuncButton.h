@@ -20,8 +20,8 @@ class FuncButton : public QPushButton
     Q_OBJECT
 
 public:
-    /// The \a title is the caption, fixed for good; text() stays empty.
-    FuncButton(QWidget *parent, QString title);
+    /// The \a title is the caption, fixed for good; a form leaves it out. text() stays empty.
+    explicit FuncButton(QWidget *parent, QString title = QString());
 
     /// What the caption reads.
     QString title() const;

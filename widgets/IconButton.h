@@ -20,8 +20,8 @@ class IconButton : public QPushButton
     Q_OBJECT
 
 public:
-    /// The \a title is fixed for good; text() stays empty.
-    IconButton(QWidget *parent, QString title);
+    /// The \a title is fixed for good; a form leaves it out. text() stays empty.
+    explicit IconButton(QWidget *parent, QString title = QString());
 
     /// What the title reads.
     QString title() const;

@@ -20,8 +20,8 @@ class ProfileButton : public QPushButton
     Q_OBJECT
 
 public:
-    /// The \a title is shown until SetTitle changes it; text() stays empty.
-    ProfileButton(QWidget *parent, QString title);
+    /// The \a title is shown until SetTitle changes it; a form leaves it out. text() stays empty.
+    explicit ProfileButton(QWidget *parent, QString title = QString());
 
     /// What the title reads.
     QString title() const;

@@ -23,11 +23,7 @@ constexpr QRect kIconPlace(8, 8, 24, 24);
 
 template <class Widget> QWidget *make(QWidget *parent)
 {
-    if constexpr (std::is_constructible_v<Widget, QWidget *>) {
-        return new Widget(parent);
-    } else {
-        return new Widget(parent, QString());
-    }
+    return new Widget(parent);
 }
 
 void fillHalf(QWidget *widget, SampleStrips & /*samples*/)

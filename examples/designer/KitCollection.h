@@ -14,8 +14,8 @@
 /// The plugin that puts the widget kit into Qt Designer's widget box and into reach of QUiLoader.
 ///
 /// The three buttons with a title take it at construction and have no property for it, so a form
-/// makes them without one. Nor does the code that uic makes of such a form compile: load the form
-/// with QUiLoader, or promote the button to a class of your own that passes the title.
+/// makes them without one. A ProfileButton gets it by SetTitle; promote the other two to classes of
+/// your own that pass it.
 class KitCollection : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT

@@ -96,6 +96,15 @@ public:
         QCOMPARE(WidgetPicture::of(button), written(button.size(), "HE H", m_left));
     }
 
+    /// So that a form can make the button.
+    static void titleMayBeLeftOut()
+    {
+        QWidget parent;
+        const Button button(&parent);
+        QCOMPARE(button.parentWidget(), &parent);
+        QCOMPARE(button.title(), QString());
+    }
+
 private:
     int m_left;
     int m_flags;

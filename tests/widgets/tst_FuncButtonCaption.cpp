@@ -35,6 +35,7 @@ private slots:
     void ignoresTheWidgetsFont_data() { Lettering::addWidgetFonts(); }
     void ignoresTheWidgetsFont();
     void mayBeEmpty();
+    void titleMayBeLeftOut();
     void isNotTheText();
 };
 
@@ -92,6 +93,15 @@ void tst_FuncButtonCaption::mayBeEmpty()
     FuncButton button(nullptr, QString());
     button.resize(kButton);
     QCOMPARE(WidgetPicture::of(button), WidgetPicture::canvas(kButton));
+}
+
+/// So that a form can make the button.
+void tst_FuncButtonCaption::titleMayBeLeftOut()
+{
+    QWidget parent;
+    const FuncButton button(&parent);
+    QCOMPARE(button.parentWidget(), &parent);
+    QCOMPARE(button.title(), QString());
 }
 
 void tst_FuncButtonCaption::isNotTheText()

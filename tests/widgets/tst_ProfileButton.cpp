@@ -35,6 +35,7 @@ private slots:
     void titleColour() { m_titles.titleColour(); }
     void titleIgnoresTheWidgetsFont_data() { Titles::titleIgnoresTheWidgetsFont_data(); }
     void titleIgnoresTheWidgetsFont() { m_titles.titleIgnoresTheWidgetsFont(); }
+    void titleMayBeLeftOut() { Titles::titleMayBeLeftOut(); }
 
     void titleIsCentred_data();
     void titleIsCentred();
