@@ -40,7 +40,8 @@ bool FuncButton::isCheck() const
     return m_checked;
 }
 
-// None of the handlers looks at the enabled flag, on purpose.
+// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
+// the base class, so that it alone can click.
 void FuncButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();

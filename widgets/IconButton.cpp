@@ -31,7 +31,8 @@ void IconButton::setIconPixmap(QString path, int count, QRect rect)
     m_face.addIcons(path, count, rect);
 }
 
-// None of the handlers looks at the enabled flag, on purpose.
+// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
+// the base class, so that it alone can click.
 void IconButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();

@@ -37,7 +37,8 @@ void ProfileButton::SetTitle(QString title)
     update();
 }
 
-// None of the handlers looks at the enabled flag, on purpose.
+// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
+// the base class, so that it alone can click.
 void ProfileButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();
