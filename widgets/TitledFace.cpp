@@ -7,6 +7,7 @@
 
 #include <QPainter>
 
+// The lists are never cleared, on purpose: the states go on addressing the first strip's frames.
 void TitledFace::addBackgrounds(const QString &path, int count)
 {
     backgroundCount = count;
