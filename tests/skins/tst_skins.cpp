@@ -23,10 +23,7 @@ namespace {
 const QString kClose = ":/images/img_close.png";
 const QString kButton = ":/images/img_button.png";
 const QDir kSourceImages(SKINS_SOURCE_DIR "/images");
-constexpr QRgb kTransparent = 0;
-constexpr QRgb kDisc = 0xff5d6d80;
 constexpr QRgb kNormal = 0xff17212b;
-constexpr QRgb kHover = 0xff3d4753;
 
 /// What the first line of main sees of the bundle, before there is any application object.
 bool readableInFirstLineOfMain = false;
@@ -66,13 +63,6 @@ private slots:
     void isAPng();
     void loads_data();
     void loads();
-    void hasPixel_data();
-    void hasPixel();
-    void usesOnlyItsColours_data();
-    void usesOnlyItsColours();
-    void crossesMeetInTheMiddle();
-    void crossLiesWithinItsExtent_data();
-    void crossLiesWithinItsExtent();
     void buttonShowsLook_data();
     void buttonShowsLook();
     void wideButtonKeepsItsCorners();
@@ -176,136 +166,6 @@ void tst_skins::loads()
     const QPixmap picture(path);
     QCOMPARE(picture.size(), size);
     QCOMPARE(picture.hasAlphaChannel(), !size.isEmpty());
-}
-
-void tst_skins::hasPixel_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QPoint>("pixel");
-    QTest::addColumn<QRgb>("colour");
-
-    constexpr QRgb kWhite = 0xffffffff;
-    const QVector<QPoint> closeCorners{{0, 0}, {29, 0}, {0, 29}, {29, 29}};
-    for (const QPoint &corner : closeCorners) {
-        const QPoint inRight = corner + QPoint(30, 0);
-        QTest::addRow("close, normal corner %d %d", corner.x(), corner.y())
-            << kClose << corner << kTransparent;
-        QTest::addRow("close, hover corner %d %d", inRight.x(), inRight.y())
-            << kClose << inRight << kTransparent;
-    }
-    QTest::newRow("close, hover cross") << kClose << QPoint(45, 15) << kWhite;
-    QTest::newRow("close, beside the normal cross") << kClose << QPoint(15, 9) << kTransparent;
-    QTest::newRow("close, beside the hover cross") << kClose << QPoint(45, 9) << kDisc;
-    QTest::newRow("close, disc at its left") << kClose << QPoint(31, 15) << kDisc;
-    QTest::newRow("close, disc at its top") << kClose << QPoint(45, 1) << kDisc;
-
-    const QVector<QPoint> buttonCorners{{0, 0}, {159, 0}, {0, 39}, {159, 39}};
-    for (const QPoint &corner : buttonCorners) {
-        const QPoint inRight = corner + QPoint(160, 0);
-        QTest::addRow("button, normal corner %d %d", corner.x(), corner.y())
-            << kButton << corner << kTransparent;
-        QTest::addRow("button, hover corner %d %d", inRight.x(), inRight.y())
-            << kButton << inRight << kTransparent;
-    }
-    QTest::newRow("button, normal middle") << kButton << QPoint(80, 20) << kNormal;
-    QTest::newRow("button, normal left edge") << kButton << QPoint(0, 20) << kNormal;
-    QTest::newRow("button, normal right edge") << kButton << QPoint(159, 20) << kNormal;
-    QTest::newRow("button, normal top edge") << kButton << QPoint(80, 0) << kNormal;
-    QTest::newRow("button, normal bottom edge") << kButton << QPoint(80, 39) << kNormal;
-    QTest::newRow("button, hover middle") << kButton << QPoint(240, 20) << kHover;
-    QTest::newRow("button, hover left edge") << kButton << QPoint(160, 20) << kHover;
-    QTest::newRow("button, hover right edge") << kButton << QPoint(319, 20) << kHover;
-    QTest::newRow("button, hover top edge") << kButton << QPoint(240, 0) << kHover;
-    QTest::newRow("button, hover bottom edge") << kButton << QPoint(240, 39) << kHover;
-}
-
-void tst_skins::hasPixel()
-{
-    QFETCH(QString, path);
-    QFETCH(QPoint, pixel);
-    QFETCH(QRgb, colour);
-
-    const QRgb seen = QImage(path).pixel(pixel);
-    if (qAlpha(colour) == 0) {
-        QCOMPARE(qAlpha(seen), 0);
-    } else {
-        QCOMPARE(QColor::fromRgba(seen), QColor::fromRgba(colour));
-    }
-}
-
-void tst_skins::usesOnlyItsColours_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QRect>("frame");
-    QTest::addColumn<QRgb>("colour");
-
-    QTest::newRow("close, normal") << kClose << QRect(0, 0, 30, 30) << QRgb(0xffffffff);
-    QTest::newRow("button, normal") << kButton << QRect(0, 0, 160, 40) << kNormal;
-    QTest::newRow("button, hover") << kButton << QRect(160, 0, 160, 40) << kHover;
-}
-
-/// Only the transparency carries the smoothing, so nothing shines through at an edge.
-void tst_skins::usesOnlyItsColours()
-{
-    QFETCH(QString, path);
-    QFETCH(QRect, frame);
-    QFETCH(QRgb, colour);
-
-    const QImage picture = QImage(path).copy(frame);
-    int visible = 0;
-    int smoothed = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QRgb pixel = picture.pixel(x, y);
-            if (qAlpha(pixel) == 0) {
-                continue;
-            }
-            QCOMPARE(pixel | 0xff000000, colour);
-            ++visible;
-            smoothed += qAlpha(pixel) < 255 ? 1 : 0;
-        }
-    }
-    QVERIFY(visible > 0);
-    QVERIFY(smoothed > 0);
-}
-
-void tst_skins::crossesMeetInTheMiddle()
-{
-    constexpr int kNearlyOpaque = 224;
-    const QImage picture(kClose);
-    // The middle of a frame lies between four pixels.
-    for (const QPoint &middle : {QPoint(14, 14), QPoint(15, 14), QPoint(14, 15), QPoint(15, 15)}) {
-        QCOMPARE(picture.pixel(middle) | 0xff000000, 0xffffffff);
-        QVERIFY(qAlpha(picture.pixel(middle)) >= kNearlyOpaque);
-        QCOMPARE(picture.pixel(middle + QPoint(30, 0)), 0xffffffff);
-    }
-}
-
-void tst_skins::crossLiesWithinItsExtent_data()
-{
-    QTest::addColumn<int>("frameLeft");
-    QTest::addColumn<QRgb>("ground");
-
-    QTest::newRow("normal, on nothing") << 0 << kTransparent;
-    QTest::newRow("hover, on the disc") << 30 << kDisc;
-}
-
-void tst_skins::crossLiesWithinItsExtent()
-{
-    QFETCH(int, frameLeft);
-    QFETCH(QRgb, ground);
-
-    const QImage frame = QImage(kClose).copy(frameLeft, 0, 30, 30);
-    QRect extent;
-    for (int y = 5; y < 25; ++y) {
-        for (int x = 5; x < 25; ++x) {
-            const QRgb pixel = frame.pixel(x, y);
-            const bool isGround = qAlpha(ground) == 0 ? qAlpha(pixel) == 0 : pixel == ground;
-            extent |= isGround ? QRect() : QRect(x, y, 1, 1);
-        }
-    }
-    QVERIFY(QRect(8, 8, 14, 14).contains(extent));
-    QVERIFY(extent.contains(QRect(10, 10, 10, 10)));
 }
 
 void tst_skins::buttonShowsLook_data()
