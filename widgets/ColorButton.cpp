@@ -5,6 +5,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 ColorButton::ColorButton(QWidget *parent)
     : QRadioButton(parent)
@@ -44,14 +45,18 @@ void ColorButton::leaveEvent(QEvent * /*event*/)
     }
 }
 
-// Every mouse button goes on to the base class, which heeds the left one only.
+// Every mouse button goes on to the base class, which heeds the left one only. It emits signals,
+// and a slot may delete the swatch.
 void ColorButton::mousePressEvent(QMouseEvent *event)
 {
     if (!isEnabled()) {
         return;
     }
+    const QPointer<ColorButton> self(this);
     QRadioButton::mousePressEvent(event);
-    update();
+    if (self) {
+        update();
+    }
 }
 
 void ColorButton::mouseReleaseEvent(QMouseEvent *event)
@@ -59,8 +64,11 @@ void ColorButton::mouseReleaseEvent(QMouseEvent *event)
     if (!isEnabled()) {
         return;
     }
+    const QPointer<ColorButton> self(this);
     QRadioButton::mouseReleaseEvent(event);
-    update();
+    if (self) {
+        update();
+    }
 }
 
 void ColorButton::paintEvent(QPaintEvent * /*event*/)

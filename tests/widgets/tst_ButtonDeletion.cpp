@@ -29,7 +29,9 @@ void tst_ButtonDeletion::eachClass()
 {
     QTest::addColumn<QString>("name");
 
-    for (const char *name : {"FuncButton", "IconButton", "ProfileButton", "SwitchButton"}) {
+    // ImageButton is not here: it emits nothing on a press, and only clicks as its last step.
+    for (const char *name : {"MButton", "tabButton", "ColorButton", "FuncButton", "IconButton",
+                             "SwitchButton", "ProfileButton"}) {
         QTest::newRow(name) << name;
     }
 }

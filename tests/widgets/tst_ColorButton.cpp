@@ -121,6 +121,7 @@ void tst_ColorButton::setColorRepaintsOnChange_data()
     QTest::newRow("the first colour again") << kCyan << 0;
     QTest::newRow("another colour") << kRed << 1;
     QTest::newRow("another opacity") << QColor(0, 255, 255, 254) << 1;
+    QTest::newRow("the same told by its hue") << QColor::fromHsv(180, 255, 255) << 1;
     QTest::newRow("an invalid colour") << QColor() << 1;
 }
 
