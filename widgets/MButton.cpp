@@ -18,7 +18,13 @@ MButton::MButton(QWidget *parent)
     show();
 }
 
-MButton::~MButton() = default;
+MButton::~MButton()
+{
+    // From the first to the last, as they were made; an array by itself deletes the last one first.
+    for (std::unique_ptr<NinePatchPainter> &painter : m_painters) {
+        painter.reset();
+    }
+}
 
 void MButton::setPixmap(QString path, int border)
 {
