@@ -37,10 +37,6 @@ public:
     /// Sets the caption and repaints.
     void setTabText(QString text);
 
-    /// The caption, dark grey on a baseline 32 pixels below the top whatever the button's height.
-    /// Public on purpose: an owner may assign it, and then repaints by itself.
-    QString tabText;
-
 protected:
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
@@ -55,4 +51,9 @@ private:
     std::array<QPixmap, 4> m_statePixmaps;
     PointerState m_pointer;
     bool m_tabChecked = false;
+
+public:
+    /// The caption, dark grey on a baseline 32 pixels below the top whatever the button's height.
+    /// Public on purpose: an owner may assign it, and then repaints by itself.
+    QString tabText;
 };
