@@ -36,7 +36,7 @@ public:
 
 protected:
     /// Both rectangles are stroked with the painter's default pen on purpose: it is the bar's
-    /// one-pixel outline, and at value 0 the line at its left end.
+    /// one-pixel outline.
     void paintEvent(QPaintEvent * /*event*/) override
     {
         QPainter painter(this);

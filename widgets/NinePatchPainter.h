@@ -12,7 +12,7 @@ class QPainter;
 class QPixmap;
 class QRect;
 
-/// Paints a picture stretched to any rectangle while its corners keep their size.
+/// Paints a picture stretched to any rectangle while its border stays undistorted.
 ///
 /// The picture is cut once, at construction, into four corners, four edges and a centre; to change
 /// picture or borders make a new painter. GUI thread only. A null picture paints nothing.

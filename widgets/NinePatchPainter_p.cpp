@@ -10,7 +10,8 @@ namespace {
 bool isBeyondMemory(const QSize &size)
 {
     constexpr qint64 kMaxPixels = 1 << 27;
-    const QSize atLeastOne = size.expandedTo(QSize(1, 1)); // as QPixmap::scaled takes it
+    // Two negative sides would multiply to a large picture, though they are none at all.
+    const QSize atLeastOne = size.expandedTo(QSize(1, 1));
     return qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels;
 }
 

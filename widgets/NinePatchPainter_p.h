@@ -22,12 +22,13 @@ public:
                             bool horizontalStretch, bool verticalStretch);
 
     /// Nine rectangles in piece order, laid out from (0, 0) whatever the position of \a rect.
-    /// Nothing is clamped: borders wider than \a rect give edges of negative size and corners
-    /// that overlap.
+    /// Borders wider than \a rect give edges of negative size and corners that overlap. Nothing is
+    /// fitted to \a rect; only a border beyond 2^29 pixels, either way, counts as that many.
     QList<QRect> calculateNinePatchRects(const QRect &rect, int left, int top, int right,
                                          int bottom) const;
 
-    /// \a picture at exactly \a size, smoothly, whatever its aspect ratio; null for an empty size.
+    /// \a picture at exactly \a size, smoothly, whatever its aspect ratio; null for an empty size
+    /// or one beyond half a gigabyte.
     QPixmap scalePixmap(const QPixmap &picture, const QSize &size) const;
 
     int m_left;
