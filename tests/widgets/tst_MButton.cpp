@@ -3,7 +3,6 @@
 
 #include "widgets/MButton.h"
 
-#include "tests/support/ButtonSignals.h"
 #include "tests/support/PointerEvents.h"
 #include "tests/support/RepaintCounter.h"
 #include "tests/support/StripedPicture.h"
@@ -17,14 +16,11 @@
 
 using namespace PointerEvents;
 
-Q_DECLARE_METATYPE(Qt::MouseButton)
-
 namespace {
 
 constexpr QSize kStrip(100, 30);
 constexpr QSize kFrame(50, 30);
 const QColor kWhite(255, 255, 255);
-const QColor kGrey(128, 128, 128);
 const QColor kRed(220, 30, 20);
 const QColor kGreen(30, 220, 20);
 const QColor kBlue(20, 30, 220);
@@ -58,8 +54,6 @@ class tst_MButton : public QObject
     Q_OBJECT
 
 private slots:
-    void startsAsAPlainVisibleButton();
-    void derivesFromQPushButton();
     void drawsFrame_data();
     void drawsFrame();
     void ignoresTheLastColumnOfAnOddStrip();
@@ -72,51 +66,11 @@ private slots:
     void paintsOnlyTheTextOfAnUnreadablePicture();
     void settersDoNotRepaint();
     void setPixmapKeepsTheSize();
-
-    void handler_data();
-    void handler();
-    void repaintsByItself();
-    void showsThePressedLookBeforeItReportsThePress();
-    void clicksOnce_data();
-    void clicksOnce();
     void followsTheCrossingPointer();
-    void keepsItsStateWhileDisabled();
-
-    void text_data();
-    void text();
-    void textIsCentred();
-    void textStaysOverThePicture();
-    void emptyTextDrawsNothing();
 
 private:
     QTemporaryDir m_folder;
 };
-
-void tst_MButton::startsAsAPlainVisibleButton()
-{
-    QWidget window;
-    window.show();
-    const MButton button(&window);
-
-    QCOMPARE(button.cursor().shape(), Qt::PointingHandCursor);
-    QCOMPARE(button.styleSheet(), "QPushButton {border:0px solid #000000; border-radius:0px;}");
-    QVERIFY(button.isVisible());
-    QVERIFY(MButton(nullptr).isVisible());
-    QCOMPARE(button.parentWidget(), &window);
-    QVERIFY(button.isEnabled());
-    QVERIFY(button.text().isEmpty());
-}
-
-void tst_MButton::derivesFromQPushButton()
-{
-    const MButton button(nullptr);
-    const QMetaObject *meta = button.metaObject();
-
-    QCOMPARE(meta->className(), "MButton");
-    QCOMPARE(meta->superClass(), &QPushButton::staticMetaObject);
-    QCOMPARE(meta->methodCount(), meta->methodOffset());
-    QCOMPARE(meta->propertyCount(), meta->propertyOffset());
-}
 
 void tst_MButton::drawsFrame_data()
 {
@@ -305,111 +259,6 @@ void tst_MButton::setPixmapKeepsTheSize()
     QCOMPARE(button.size(), QSize(77, 33));
 }
 
-void tst_MButton::handler_data()
-{
-    QTest::addColumn<Action>("action");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("repaints");
-    QTest::addColumn<QStringList>("emitted");
-
-    const QStringList nothing;
-    const QStringList press{"pressed"};
-    const QStringList release{"released", "clicked(false)"};
-    QTest::newRow("enter, enabled") << Enter << true << true << nothing;
-    QTest::newRow("leave, enabled") << Leave << true << true << nothing;
-    QTest::newRow("left press, enabled") << LeftPress << true << true << press;
-    QTest::newRow("left release, enabled") << LeftRelease << true << true << release;
-    QTest::newRow("right press, enabled") << RightPress << true << false << nothing;
-    QTest::newRow("right release, enabled") << RightRelease << true << false << nothing;
-    QTest::newRow("enter, disabled") << Enter << false << false << nothing;
-    QTest::newRow("leave, disabled") << Leave << false << false << nothing;
-    QTest::newRow("left press, disabled") << LeftPress << false << false << nothing;
-    QTest::newRow("left release, disabled") << LeftRelease << false << false << nothing;
-    QTest::newRow("right press, disabled") << RightPress << false << false << nothing;
-    QTest::newRow("right release, disabled") << RightRelease << false << false << nothing;
-}
-
-void tst_MButton::handler()
-{
-    QFETCH(Action, action);
-    QFETCH(bool, enabled);
-    QFETCH(bool, repaints);
-    QFETCH(QStringList, emitted);
-
-    Open<MButton> button(nullptr);
-    button.resize(kFrame);
-    // A release clicks only a button that is down.
-    if (action == LeftRelease || action == RightRelease) {
-        call(button, LeftPress);
-    }
-    button.setEnabled(enabled);
-    ButtonSignals buttonSignals(&button);
-    RepaintCounter counter(&button);
-    if (!enabled && (action == LeftRelease || action == RightRelease)) {
-        button.setDown(true);
-        counter.take();
-    }
-
-    call(button, action);
-    QCOMPARE(buttonSignals.take(), emitted);
-    QCOMPARE(counter.take() > 0, repaints);
-}
-
-void tst_MButton::repaintsByItself()
-{
-    Open<MButton> button(nullptr);
-    RepaintCounter counter(&button);
-    // Off the button's area the base class ignores a press, so this paint is the button's own.
-    call(button, LeftPress, QPoint(-5, -5));
-    QCOMPARE(counter.take(), 1);
-}
-
-void tst_MButton::showsThePressedLookBeforeItReportsThePress()
-{
-    Open<MButton> button(nullptr);
-    button.resize(kFrame);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), 0);
-    QVector<QImage> seen;
-    const auto look = [&] {
-        seen << WidgetPicture::of(button);
-    };
-    connect(&button, &MButton::pressed, look);
-    connect(&button, &MButton::released, look);
-
-    call(button, Enter);
-    call(button, LeftPress);
-    call(button, LeftRelease);
-    QCOMPARE(seen.size(), 2);
-    QCOMPARE(seen.at(0), WidgetPicture::with(kFrame, QPoint(0, 0), frame(kLeftFrame)));
-    QCOMPARE(seen.at(1), WidgetPicture::with(kFrame, QPoint(0, 0), frame(kRightFrame)));
-}
-
-void tst_MButton::clicksOnce_data()
-{
-    QTest::addColumn<Qt::MouseButton>("mouseButton");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<QStringList>("emitted");
-
-    QTest::newRow("left") << Qt::LeftButton << true
-                          << QStringList{"pressed", "released", "clicked(false)"};
-    QTest::newRow("right") << Qt::RightButton << true << QStringList{};
-    QTest::newRow("middle") << Qt::MiddleButton << true << QStringList{};
-    QTest::newRow("left, disabled") << Qt::LeftButton << false << QStringList{};
-}
-
-void tst_MButton::clicksOnce()
-{
-    QFETCH(Qt::MouseButton, mouseButton);
-    QFETCH(bool, enabled);
-    QFETCH(QStringList, emitted);
-
-    MButton button(nullptr);
-    button.setEnabled(enabled);
-    ButtonSignals buttonSignals(&button);
-    QTest::mouseClick(&button, mouseButton);
-    QCOMPARE(buttonSignals.take(), emitted);
-}
-
 void tst_MButton::followsTheCrossingPointer()
 {
     MButton button(nullptr);
@@ -422,117 +271,6 @@ void tst_MButton::followsTheCrossingPointer()
     cross(button, Leave);
     QCOMPARE(WidgetPicture::of(button),
              WidgetPicture::with(kFrame, QPoint(0, 0), frame(kLeftFrame)));
-}
-
-void tst_MButton::keepsItsStateWhileDisabled()
-{
-    Open<MButton> button(nullptr);
-    button.resize(kFrame);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), 0);
-    const QImage normal = WidgetPicture::with(kFrame, QPoint(0, 0), frame(kLeftFrame));
-    const QImage hover = WidgetPicture::with(kFrame, QPoint(0, 0), frame(kRightFrame));
-
-    call(button, Enter);
-    button.setEnabled(false);
-    for (const Action action : {Leave, LeftPress}) {
-        call(button, action);
-    }
-    button.setEnabled(true);
-    QCOMPARE(WidgetPicture::of(button), hover);
-
-    call(button, Leave);
-    button.setEnabled(false);
-    for (const Action action : {LeftRelease, Enter}) {
-        call(button, action);
-    }
-    button.setEnabled(true);
-    QCOMPARE(WidgetPicture::of(button), normal);
-}
-
-void tst_MButton::text_data()
-{
-    QTest::addColumn<QVector<Action>>("actions");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("ownColours");
-    QTest::addColumn<QColor>("ink");
-
-    using Actions = QVector<Action>;
-    const Actions hover{Enter};
-    const Actions press{Enter, LeftPress};
-    QTest::newRow("normal") << Actions{} << true << false << kWhite;
-    QTest::newRow("hover") << hover << true << false << kWhite;
-    QTest::newRow("pressed") << press << true << false << kWhite;
-    QTest::newRow("disabled") << Actions{} << false << false << kGrey;
-    QTest::newRow("normal, colours set") << Actions{} << true << true << kRed;
-    QTest::newRow("hover, colours set") << hover << true << true << kGreen;
-    QTest::newRow("pressed, colours set") << press << true << true << kBlue;
-    QTest::newRow("disabled, colours set") << Actions{} << false << true << kGrey;
-    QTest::newRow("disabled while hovered, colours set") << hover << false << true << kGrey;
-    QTest::newRow("disabled while pressed, colours set") << press << false << true << kGrey;
-}
-
-void tst_MButton::text()
-{
-    QFETCH(QVector<Action>, actions);
-    QFETCH(bool, enabled);
-    QFETCH(bool, ownColours);
-    QFETCH(QColor, ink);
-
-    Open<MButton> button(nullptr);
-    button.resize(120, 40);
-    button.setText("HEH");
-    if (ownColours) {
-        button.setColor(kRed, kGreen, kBlue);
-    }
-    for (const Action action : actions) {
-        call(button, action);
-    }
-    button.setEnabled(enabled);
-
-    QVERIFY(WidgetPicture::isWrittenIn(ink, WidgetPicture::canvas(button.size(), kBlack),
-                                       WidgetPicture::of(button, kBlack)));
-}
-
-void tst_MButton::textIsCentred()
-{
-    MButton button(nullptr);
-    button.resize(160, 60);
-    button.setText("HHHH");
-    QFont large = button.font();
-    large.setPixelSize(30);
-    button.setFont(large);
-    const QImage empty = WidgetPicture::canvas(button.size(), kBlack);
-    const QRect region = WidgetPicture::changedRegion(empty, WidgetPicture::of(button, kBlack));
-
-    const QFontMetrics metrics(large);
-    const int left = (button.width() - metrics.horizontalAdvance(button.text())) / 2;
-    const int baseline = (button.height() - metrics.height()) / 2 + metrics.ascent();
-    const QRect expected = metrics.tightBoundingRect(button.text()).translated(left, baseline);
-    // One pixel for smoothed edges.
-    QVERIFY(expected.adjusted(-1, -1, 1, 1).contains(region));
-    QVERIFY(region.contains(expected.adjusted(1, 1, -1, -1)));
-}
-
-void tst_MButton::textStaysOverThePicture()
-{
-    MButton button(nullptr);
-    button.resize(kFrame);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), 0);
-    const QImage bare = WidgetPicture::of(button);
-
-    button.setText("HEH");
-    QVERIFY(WidgetPicture::isWrittenIn(kWhite, bare, WidgetPicture::of(button)));
-}
-
-void tst_MButton::emptyTextDrawsNothing()
-{
-    MButton button(nullptr);
-    button.resize(100, 40);
-    QCOMPARE(WidgetPicture::of(button), WidgetPicture::canvas(button.size()));
-    button.setText("HEH");
-    QVERIFY(WidgetPicture::of(button) != WidgetPicture::canvas(button.size()));
-    button.setText("");
-    QCOMPARE(WidgetPicture::of(button), WidgetPicture::canvas(button.size()));
 }
 
 QTEST_MAIN(tst_MButton)
