@@ -13,6 +13,8 @@
 
 using namespace PointerEvents;
 
+Q_DECLARE_METATYPE(Qt::MouseButton)
+
 /// Puts the buttons of the kit side by side: they differ in which handlers look at the enabled
 /// flag, which pass the event on and when, and which button clicks by itself.
 class tst_ButtonEvents : public QObject
@@ -20,8 +22,6 @@ class tst_ButtonEvents : public QObject
     Q_OBJECT
 
 private slots:
-    void construction_data();
-    void construction();
     void handler_data();
     void handler();
     void looksReadyWhenItReports_data();
@@ -30,6 +30,8 @@ private slots:
     void slotHasTheLastWord();
     void repaintsAround_data();
     void repaintsAround();
+    void otherMouseButtonsReachTheParent_data();
+    void otherMouseButtonsReachTheParent();
     void keepsItsStateWhileDisabled_data();
     void keepsItsStateWhileDisabled();
 
@@ -41,6 +43,18 @@ namespace {
 
 constexpr QPoint kInside(1, 1);
 constexpr QPoint kOutside(-5, -5);
+
+/// Counts what its child does not keep to itself.
+class ClickedGround : public QWidget
+{
+public:
+    int presses = 0;
+    int releases = 0;
+
+protected:
+    void mousePressEvent(QMouseEvent * /*event*/) override { ++presses; }
+    void mouseReleaseEvent(QMouseEvent * /*event*/) override { ++releases; }
+};
 
 /// Brings a fresh button into the state from which \a action, if heeded, leads elsewhere.
 void prepare(const ButtonSubject &subject, Action action, bool enabled)
@@ -59,47 +73,6 @@ void prepare(const ButtonSubject &subject, Action action, bool enabled)
 }
 
 } // namespace
-
-void tst_ButtonEvents::construction_data()
-{
-    QTest::addColumn<QString>("base");
-    QTest::addColumn<QString>("styleSheet");
-
-    const QString flat("%1 {border:0px solid #000000; border-radius:0px;}");
-    const QString push = flat.arg("QPushButton");
-    QTest::newRow("MButton") << "QPushButton" << push;
-    QTest::newRow("ImageButton") << "QPushButton" << push;
-    QTest::newRow("tabButton") << "QPushButton" << QString();
-    QTest::newRow("ColorButton") << "QRadioButton" << flat.arg("QRadioButton");
-    QTest::newRow("FuncButton") << "QPushButton" << QString();
-    QTest::newRow("IconButton") << "QPushButton" << QString();
-    QTest::newRow("SwitchButton") << "QPushButton" << QString();
-    QTest::newRow("ProfileButton") << "QPushButton" << QString();
-}
-
-void tst_ButtonEvents::construction()
-{
-    QFETCH(QString, base);
-    QFETCH(QString, styleSheet);
-
-    QWidget window;
-    window.show();
-    const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder, &window);
-    const QAbstractButton &button = *subject.button;
-    const QMetaObject *meta = button.metaObject();
-
-    QCOMPARE(meta->className(), QTest::currentDataTag());
-    QCOMPARE(meta->superClass()->className(), base);
-    QCOMPARE(meta->methodCount(), meta->methodOffset());
-    QCOMPARE(meta->propertyCount(), meta->propertyOffset());
-    QCOMPARE(button.parentWidget(), &window);
-    QCOMPARE(button.cursor().shape(), Qt::PointingHandCursor);
-    QCOMPARE(button.styleSheet(), styleSheet);
-    QVERIFY(button.isVisible());
-    QVERIFY(button.text().isEmpty());
-    QVERIFY(!button.isChecked());
-    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(0));
-}
 
 void tst_ButtonEvents::handler_data()
 {
@@ -138,10 +111,12 @@ void tst_ButtonEvents::handler()
     subject.button->setEnabled(true); // a disabled look would hide the state
     QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(shown));
 
-    // Off its area the base class does nothing, so a paint is the button's own.
+    // Off its area the base class ignores a press, so that a paint is the button's own; after a
+    // release it asks for one itself. Two events make one paint, for it is only scheduled.
     const ButtonSubject other = ButtonSubject::create(name, m_folder);
     other.button->setEnabled(enabled);
     RepaintCounter counter(other.button.get());
+    other.act(action, kOutside);
     other.act(action, kOutside);
     QCOMPARE(counter.take(), repaints ? 1 : 0);
 }
@@ -209,28 +184,85 @@ void tst_ButtonEvents::slotHasTheLastWord()
 
 void tst_ButtonEvents::repaintsAround_data()
 {
-    QTest::addColumn<int>("paints");
+    QTest::addColumn<int>("onPress");
+    QTest::addColumn<int>("beforeClick");
+    QTest::addColumn<int>("afterClick");
 
-    QTest::newRow("MButton") << 1;
-    QTest::newRow("ImageButton") << 1;
-    QTest::newRow("tabButton") << 1;
-    QTest::newRow("ColorButton") << 2;
-    QTest::newRow("FuncButton") << 1;
-    QTest::newRow("IconButton") << 1;
-    QTest::newRow("SwitchButton") << 1;
-    QTest::newRow("ProfileButton") << 1;
+    QTest::newRow("MButton") << 1 << 1 << 0;
+    QTest::newRow("ImageButton") << 1 << 1 << 0;
+    QTest::newRow("tabButton") << 1 << 1 << 0;
+    QTest::newRow("ColorButton") << 2 << 1 << 1;
+    QTest::newRow("FuncButton") << 1 << 1 << 0;
+    QTest::newRow("IconButton") << 1 << 1 << 0;
+    QTest::newRow("SwitchButton") << 1 << 1 << 0;
+    QTest::newRow("ProfileButton") << 1 << 1 << 0;
 }
 
-/// The base class paints at once when it is pressed. That settles an update asked for before it was
-/// called; one asked for afterwards is a second paint.
+/// The base class paints at once when it is pressed and before it clicks. That settles an update
+/// asked for before it was called; one asked for afterwards is another paint.
 void tst_ButtonEvents::repaintsAround()
 {
-    QFETCH(int, paints);
+    QFETCH(int, onPress);
+    QFETCH(int, beforeClick);
+    QFETCH(int, afterClick);
 
     const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder);
     RepaintCounter counter(subject.button.get());
+    subject.act(Enter, kInside);
+    QCOMPARE(counter.take(), 1);
     subject.act(LeftPress, kInside);
-    QCOMPARE(counter.take(), paints);
+    QCOMPARE(counter.take(), onPress);
+
+    int untilClick = 0;
+    connect(subject.button.get(), &QAbstractButton::clicked, [&] { untilClick = counter.take(); });
+    subject.act(LeftRelease, kInside);
+    QCOMPARE(untilClick, beforeClick);
+    QCOMPARE(counter.take(), afterClick);
+}
+
+void tst_ButtonEvents::otherMouseButtonsReachTheParent_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<Qt::MouseButton>("mouseButton");
+    QTest::addColumn<bool>("passesOn");
+
+    const QVector<QPair<const char *, Qt::MouseButton>> others{
+        {"right", Qt::RightButton}, {"middle", Qt::MiddleButton}, {"back", Qt::BackButton}};
+    for (const auto &rules : ButtonRules::kRules) {
+        for (const auto &other : others) {
+            QTest::addRow("%s, %s", qPrintable(rules.first), other.first)
+                << rules.first << other.second << (rules.first == "ColorButton");
+        }
+    }
+}
+
+/// Only the swatch hands them to the base class, which leaves them to the parent; the others keep
+/// them to themselves.
+void tst_ButtonEvents::otherMouseButtonsReachTheParent()
+{
+    QFETCH(QString, name);
+    QFETCH(Qt::MouseButton, mouseButton);
+    QFETCH(bool, passesOn);
+
+    ClickedGround ground;
+    const ButtonSubject subject = ButtonSubject::create(name, m_folder, &ground);
+    ground.show();
+    subject.act(Enter, kInside);
+    const QImage hovered = WidgetPicture::of(*subject.button);
+    ButtonSignals buttonSignals(subject.button.get());
+    RepaintCounter counter(subject.button.get());
+    const int once = passesOn ? 1 : 0;
+
+    QTest::mousePress(subject.button.get(), mouseButton);
+    QCOMPARE(counter.take(), once);
+    QCOMPARE(WidgetPicture::of(*subject.button), hovered);
+    counter.take(); // the picture was a paint as well
+    QTest::mouseRelease(subject.button.get(), mouseButton);
+    QCOMPARE(counter.take(), once);
+    QCOMPARE(WidgetPicture::of(*subject.button), hovered);
+    QCOMPARE(ground.presses, once);
+    QCOMPARE(ground.releases, once);
+    QCOMPARE(buttonSignals.take(), QStringList());
 }
 
 void tst_ButtonEvents::keepsItsStateWhileDisabled_data()
