@@ -9,6 +9,36 @@
 
 #include <QtTest>
 
+#include <functional>
+
+using Cause = std::function<void(QWidget &)>;
+Q_DECLARE_METATYPE(Cause)
+
+namespace {
+
+const QColor kUsual(0x2E, 0x30, 0x32);
+
+/// Paints on a picture instead of the screen, even while it is empty: of an empty widget Qt itself
+/// asks no paint.
+class AreaOnPicture : public CustomArea
+{
+public:
+    explicit AreaOnPicture(QImage *picture)
+        : CustomArea(nullptr)
+        , m_picture(picture)
+    { }
+
+    using CustomArea::paintEvent;
+
+protected:
+    QPaintDevice *redirected(QPoint * /*offset*/) const override { return m_picture; }
+
+private:
+    QImage *m_picture;
+};
+
+} // namespace
+
 class tst_CustomArea : public QObject
 {
     Q_OBJECT
@@ -18,6 +48,8 @@ private slots:
     void derivesFromQWidget();
     void fillsItself_data();
     void fillsItself();
+    void fillsNothingBeyondItself_data();
+    void fillsNothingBeyondItself();
     void coversWhatLiesBelow();
     void keepsTheOldColourUntilAPaint_data();
     void keepsTheOldColourUntilAPaint();
@@ -33,6 +65,7 @@ void tst_CustomArea::startsVisible()
     QVERIFY(CustomArea(nullptr).isVisible());
     QCOMPARE(area.parentWidget(), &window);
     QCOMPARE(area.windowFlags(), QWidget(&window).windowFlags());
+    QVERIFY(!area.testAttribute(Qt::WA_SetCursor));
 }
 
 void tst_CustomArea::derivesFromQWidget()
@@ -52,12 +85,9 @@ void tst_CustomArea::fillsItself_data()
     QTest::addColumn<QColor>("set");
     QTest::addColumn<QColor>("shown");
 
-    const QColor usual(0x2E, 0x30, 0x32);
-    QTest::newRow("new area") << QSize(500, 260) << QColor() << usual;
-    QTest::newRow("one pixel") << QSize(1, 1) << QColor() << usual;
+    QTest::newRow("new area") << QSize(500, 260) << QColor() << kUsual;
+    QTest::newRow("one pixel") << QSize(1, 1) << QColor() << kUsual;
     QTest::newRow("colour set") << QSize(31, 17) << QColor(1, 2, 3) << QColor(1, 2, 3);
-    QTest::newRow("nothing to fill") << QSize(0, 0) << QColor() << usual;
-    QTest::newRow("no height") << QSize(10, 0) << QColor() << usual;
 }
 
 void tst_CustomArea::fillsItself()
@@ -74,13 +104,31 @@ void tst_CustomArea::fillsItself()
         area.setAreaColor(set);
     }
 
+    QCOMPARE(WidgetPicture::of(area), WidgetPicture::canvas(size, shown.rgb()));
+}
+
+void tst_CustomArea::fillsNothingBeyondItself_data()
+{
+    QTest::addColumn<QSize>("size");
+
+    QTest::newRow("part of the canvas") << QSize(10, 5);
+    QTest::newRow("nothing to fill") << QSize(0, 0);
+    QTest::newRow("no height") << QSize(10, 0);
+    QTest::newRow("no width") << QSize(0, 10);
+}
+
+void tst_CustomArea::fillsNothingBeyondItself()
+{
+    QFETCH(QSize, size);
+
+    constexpr QSize kCanvas(20, 20);
+    QImage picture = WidgetPicture::canvas(kCanvas);
+    AreaOnPicture area(&picture);
+    area.resize(size);
     WarningCatcher warnings;
-    const QImage picture = WidgetPicture::of(area);
-    QImage expected = WidgetPicture::canvas(picture.size());
-    if (!size.isEmpty()) {
-        expected.fill(shown);
-    }
-    QCOMPARE(picture, expected);
+    area.paintEvent(nullptr);
+    QCOMPARE(picture,
+             WidgetPicture::with(kCanvas, QPoint(0, 0), WidgetPicture::canvas(size, kUsual.rgb())));
     QCOMPARE(warnings.take(), QStringList());
 }
 
@@ -94,23 +142,27 @@ void tst_CustomArea::coversWhatLiesBelow()
     area.setGeometry(10, 10, 20, 20);
 
     const QImage picture = window.grab().toImage();
-    QCOMPARE(picture.pixelColor(10, 10), QColor(0x2E, 0x30, 0x32));
-    QCOMPARE(picture.pixelColor(29, 29), QColor(0x2E, 0x30, 0x32));
+    QCOMPARE(picture.pixelColor(10, 10), kUsual);
+    QCOMPARE(picture.pixelColor(29, 29), kUsual);
     QCOMPARE(picture.pixelColor(9, 10), QColor(255, 0, 0));
     QCOMPARE(picture.pixelColor(30, 29), QColor(255, 0, 0));
 }
 
 void tst_CustomArea::keepsTheOldColourUntilAPaint_data()
 {
-    QTest::addColumn<bool>("resize");
+    QTest::addColumn<Cause>("cause");
 
-    QTest::newRow("owner calls update") << false;
-    QTest::newRow("area is resized") << true;
+    QTest::newRow("owner calls update") << Cause([](QWidget &area) { area.update(); });
+    QTest::newRow("area is resized") << Cause([](QWidget &area) { area.resize(120, 110); });
+    QTest::newRow("area is exposed") << Cause([](QWidget &area) {
+        area.hide();
+        area.show();
+    });
 }
 
 void tst_CustomArea::keepsTheOldColourUntilAPaint()
 {
-    QFETCH(bool, resize);
+    QFETCH(Cause, cause);
 
     QWidget window;
     window.resize(200, 200);
@@ -121,11 +173,7 @@ void tst_CustomArea::keepsTheOldColourUntilAPaint()
 
     area.setAreaColor(QColor(1, 2, 3));
     QCOMPARE(repaints.take(), 0);
-    if (resize) {
-        area.resize(120, 110);
-    } else {
-        area.update();
-    }
+    cause(area);
     QVERIFY(repaints.take() > 0);
     QCOMPARE(WidgetPicture::of(area).pixelColor(0, 0), QColor(1, 2, 3));
 }

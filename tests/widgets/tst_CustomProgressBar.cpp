@@ -57,6 +57,7 @@ void tst_CustomProgressBar::startsEmptyAndHidden()
 
     QVERIFY(bar.isHidden());
     QCOMPARE(bar.parentWidget(), &window);
+    QVERIFY(!bar.testAttribute(Qt::WA_SetCursor));
     bar.resize(430, 12);
     QCOMPARE(WidgetPicture::of(bar), expectedBar(bar.size(), 0));
 }
@@ -76,35 +77,39 @@ void tst_CustomProgressBar::fills_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("value");
+    QTest::addColumn<int>("stored");
     QTest::addColumn<int>("fillWidth");
 
-    QTest::newRow("value 0") << 430 << 0 << 0;
-    QTest::newRow("value 1 truncates to nothing") << 430 << 1 << 0;
-    QTest::newRow("value 23 is just below one pixel") << 430 << 23 << 0;
-    QTest::newRow("value 24 is just above one pixel") << 430 << 24 << 1;
-    QTest::newRow("half") << 430 << 5000 << 215;
-    QTest::newRow("one below the maximum") << 430 << 9999 << 429;
-    QTest::newRow("maximum fills the trough exactly") << 430 << 10000 << 430;
-    QTest::newRow("odd width truncates") << 431 << 5000 << 215;
-    QTest::newRow("share is computed before the width") << 100 << 2900 << 28;
-    QTest::newRow("negative becomes 0") << 430 << -5 << 0;
-    QTest::newRow("lowest int becomes 0") << 430 << std::numeric_limits<int>::min() << 0;
-    QTest::newRow("20000 becomes the maximum") << 430 << 20000 << 430;
-    QTest::newRow("highest int becomes the maximum")
-        << 430 << std::numeric_limits<int>::max() << 430;
-    QTest::newRow("one pixel wide") << 1 << 10000 << 1;
+    constexpr int kLowest = std::numeric_limits<int>::min();
+    constexpr int kHighest = std::numeric_limits<int>::max();
+    QTest::newRow("value 0") << 430 << 0 << 0 << 0;
+    QTest::newRow("value 1 truncates to nothing") << 430 << 1 << 1 << 0;
+    QTest::newRow("value 23 is just below one pixel") << 430 << 23 << 23 << 0;
+    QTest::newRow("value 24 is just above one pixel") << 430 << 24 << 24 << 1;
+    QTest::newRow("half") << 430 << 5000 << 5000 << 215;
+    QTest::newRow("one below the maximum") << 430 << 9999 << 9999 << 429;
+    QTest::newRow("maximum fills the trough exactly") << 430 << 10000 << 10000 << 430;
+    QTest::newRow("odd width truncates") << 431 << 5000 << 5000 << 215;
+    QTest::newRow("share is computed before the width") << 100 << 2900 << 2900 << 28;
+    QTest::newRow("negative becomes 0") << 430 << -5 << 0 << 0;
+    QTest::newRow("lowest int becomes 0") << 430 << kLowest << 0 << 0;
+    QTest::newRow("20000 becomes the maximum") << 430 << 20000 << 10000 << 430;
+    QTest::newRow("highest int becomes the maximum") << 430 << kHighest << 10000 << 430;
+    QTest::newRow("one pixel wide") << 1 << 10000 << 10000 << 1;
 }
 
 void tst_CustomProgressBar::fills()
 {
     QFETCH(int, width);
     QFETCH(int, value);
+    QFETCH(int, stored);
     QFETCH(int, fillWidth);
 
     CustomProgressBar bar(nullptr);
     bar.resize(width, 10);
-    bar.setValue(value == 7777 ? 0 : 7777);
+    bar.setValue(7777);
     bar.setValue(value);
+    QCOMPARE(bar.value(), stored);
     QCOMPARE(WidgetPicture::of(bar), expectedBar(bar.size(), fillWidth));
 }
 
