@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
 # Sourced by the commands in the root: install_missing PACKAGE… and what they need.
 # shellcheck shell=bash disable=SC2034
