@@ -2,25 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "simulator/ScreenUser.h"
+#include "tests/support/ScreenResources.h"
 
 #include <QProcess>
 #include <QtTest>
 
-// Last, since it defines such words as None and Bool.
-#include <X11/Xatom.h>
-#include <X11/Xlib.h>
-
 namespace {
-
-/// Sets what a desktop tells its X clients; an empty text tells nothing.
-void setResources(const QByteArray &text)
-{
-    Display *const display = XOpenDisplay(nullptr);
-    XChangeProperty(display, DefaultRootWindow(display), XA_RESOURCE_MANAGER, XA_STRING, 8,
-                    PropModeReplace, reinterpret_cast<const unsigned char *>(text.constData()),
-                    text.size());
-    XCloseDisplay(display);
-}
 
 /// Where there is light text in \a area of \a picture.
 QRect ink(const QImage &picture, const QRect &area)
@@ -82,7 +69,7 @@ void tst_DenseScreen::windowGrowsWithTheScreen()
     QFETCH(const QStringList, settings);
     QFETCH(const int, factor);
 
-    setResources(resources);
+    ScreenResources::set(resources);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_FONT_DPI");
     for (const QString &setting : settings) {
