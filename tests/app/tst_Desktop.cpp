@@ -39,8 +39,10 @@ static bool mapsPicturePlugins()
 static int report(int argc, char *argv[])
 {
     const QList<QByteArray> before = childEnvironment();
+    const bool hadFactor = qEnvironmentVariableIsSet("QT_SCALE_FACTOR");
     Desktop desktop;
     const QString glIntegration = qEnvironmentVariable("QT_XCB_GL_INTEGRATION");
+    const bool addsFactor = !hadFactor && qEnvironmentVariableIsSet("QT_SCALE_FACTOR");
     const bool scales = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
     desktop.leaveOutPicturePlugins();
@@ -55,6 +57,7 @@ static int report(int argc, char *argv[])
     result["picturePlugins"] = mapsPicturePlugins();
     result["picture"] = !QPixmap(":/images/img_close.png").isNull();
     result["scales"] = scales;
+    result["addsFactor"] = addsFactor;
     result["pixelsPerPoint"]
         = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
     result["headingWidth"] = metrics.horizontalAdvance("Firmware Upgrade");
@@ -127,6 +130,7 @@ void tst_Desktop::start()
     QVERIFY(!result["picturePlugins"].toBool());
     QVERIFY(result["picture"].toBool());
     QCOMPARE(result["scales"].toBool(), scales);
+    QCOMPARE(result["addsFactor"].toBool(), pointIsPixel && scales);
     QCOMPARE(result["glIntegration"].toString(), glIntegration);
     QCOMPARE(qFuzzyCompare(result["pixelsPerPoint"].toDouble(), 1.0), pointIsPixel);
     // At 96 dpi the heading overruns its 160 pixels; what the user has set stays all the same.
