@@ -33,6 +33,9 @@ void noteLine(QtMsgType type, const QMessageLogContext &context, const QString &
 {
     if (type == QtDebugMsg && qstrcmp(context.category, "default") == 0) {
         entries.append("log: " + text);
+        if (journal->onLog) {
+            journal->onLog();
+        }
         return;
     }
     otherMessageHandler(type, context, text);

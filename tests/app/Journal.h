@@ -28,6 +28,8 @@ public:
 
     /// Called with each text at the moment when it is set.
     std::function<void(const QString &text)> onStatus;
+    /// The same for each debug line.
+    std::function<void()> onLog;
 
 private:
     QStringList withPrefix(const QString &prefix) const;

@@ -183,10 +183,13 @@ void tst_UpgradeSequence::choosesThePort_data()
 
     QTest::newRow("the only one") << QStringList{kPort} << kPort;
     QTest::newRow("mark alone") << QStringList{"/dev/cu.usbmodem"} << "/dev/cu.usbmodem";
+    QTest::newRow("mark in the middle")
+        << QStringList{"/dev/far/dev/cu.usbmodem1"} << "/dev/far/dev/cu.usbmodem1";
     QTest::newRow("first of two") << QStringList{"/dev/cu.usbmodem1", "/dev/cu.usbmodem2"}
                                   << "/dev/cu.usbmodem1";
     QTest::newRow("passes over others")
         << QStringList{"/dev/cu.Bluetooth", "/dev/ttyACM0", kPort} << kPort;
+    QTest::newRow("not quite the mark") << QStringList{"/dev/cu.usbserial-1420"} << "";
     QTest::newRow("upper case") << QStringList{"/dev/CU.USBMODEM14201"} << "";
     QTest::newRow("the other half of the pair") << QStringList{"/dev/tty.usbmodem14201"} << "";
 }
@@ -231,6 +234,8 @@ void tst_UpgradeSequence::startsTheToolWithSixArguments()
     QCOMPARE(m_stage->tool->arguments(),
              QStringList({"dfu", "usb-serial", "-pkg", package, "-p", kPort}));
     QCOMPARE(m_stage->tool->workingDirectory(), QDir::currentPath());
+    QTRY_COMPARE(m_stage->watch->processes.size(), 1);
+    QCOMPARE(m_stage->watch->processes.first()->openMode(), QIODevice::ReadWrite);
 }
 
 void tst_UpgradeSequence::makesTheToolExecutable_data()
