@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/app/WindowParts.h"
+#include "tests/app/WindowPointer.h"
 #include "tests/support/WidgetPicture.h"
 #include "widgets/CustomArea.h"
 
 #include <QApplication>
 #include <QMenuBar>
 #include <QMetaMethod>
-#include <QMouseEvent>
 #include <QStatusBar>
 #include <QTimer>
 #include <QtTest>
@@ -32,14 +32,6 @@ public:
         return false;
     }
 };
-
-/// A mouse event as the window system would send it for a pointer at \a global.
-void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &global, Qt::MouseButton button)
-{
-    const QPointF local = global - QPointF(widget.mapToGlobal(QPoint(0, 0)));
-    QMouseEvent event(type, local, local, global, button, button, Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &event);
-}
 
 } // namespace
 
@@ -167,8 +159,12 @@ void tst_MainWindow::backgroundLiesBelowEverything()
 void tst_MainWindow::paintsItsBackground()
 {
     MainWindow window;
-    QCOMPARE(window.palette().color(QPalette::Window),
-             QPalette(kBackground).color(QPalette::Window));
+    const QPalette expected(kBackground); // with all that Qt makes of one colour
+    for (const QPalette::ColorRole role :
+         {QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Button,
+          QPalette::ButtonText, QPalette::Light, QPalette::Dark}) {
+        QCOMPARE(window.palette().color(role), expected.color(role));
+    }
     QVERIFY(window.autoFillBackground());
 
     const QImage picture = window.grab().toImage();
@@ -179,6 +175,7 @@ void tst_MainWindow::paintsItsBackground()
     QCOMPARE(picture.pixelColor(250, 165), QColor(0x51, 0x51, 0x51)); // trough
     QCOMPARE(picture.pixelColor(180, 205), QColor(0x17, 0x21, 0x2b)); // button, normal look
     QCOMPARE(picture.pixelColor(185, 218), QColor(0x17, 0x21, 0x2b)); // its borders meet
+    QCOMPARE(picture.pixelColor(189, 218), QColor(0x17, 0x21, 0x2b)); // left of its middle
     QCOMPARE(picture.pixelColor(170, 200), kBackground); // outside its round corners
     QCOMPARE(picture.pixelColor(170, 235), kBackground);
     QVERIFY(picture.pixelColor(470, 27).lightness() > 230); // middle of the thin cross
@@ -282,8 +279,8 @@ void tst_MainWindow::pressStartsDrag()
     window.show();
     window.move(60, 70);
     const QPointF start = QPointF(60, 70) + press;
-    sendMouse(window, QEvent::MouseButtonPress, start, button);
-    sendMouse(window, QEvent::MouseMove, QPointF(60, 70) + QPointF(120, 60), button);
+    WindowPointer::send(window, QEvent::MouseButtonPress, start, button);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(60, 70) + QPointF(120, 60), button);
     // The pressed point stays under the pointer, which is now at (120, 60) of the old place.
     const QPoint followed = QPoint(180, 130) - press.toPoint();
     QCOMPARE(window.pos(), drags ? followed : QPoint(60, 70));
@@ -316,9 +313,11 @@ void tst_MainWindow::pressReachesWindow()
     window.move(60, 70);
     QWidget *child = window.childAt(point);
     QVERIFY(child != nullptr);
-    sendMouse(*child, QEvent::MouseButtonPress, window.mapToGlobal(point), Qt::LeftButton);
+    WindowPointer::send(*child, QEvent::MouseButtonPress, window.mapToGlobal(point),
+                        Qt::LeftButton);
     QCOMPARE(presses.count, reaches ? 1 : 0);
-    sendMouse(window, QEvent::MouseMove, QPoint(60, 70) + QPoint(100, 50), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPoint(60, 70) + QPoint(100, 50),
+                        Qt::LeftButton);
     QCOMPARE(window.pos() != QPoint(60, 70), drags);
 }
 
@@ -327,19 +326,19 @@ void tst_MainWindow::windowStandsStillBelowTheBand()
     MainWindow window;
     window.show();
     window.move(100, 100);
-    sendMouse(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
 
-    sendMouse(window, QEvent::MouseMove, QPointF(210, 189), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(210, 189), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(110, 139)); // y 89 in the window still moves it
 
-    sendMouse(window, QEvent::MouseMove, QPointF(250, 139 + 90), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(250, 139 + 90), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(110, 139));
-    sendMouse(window, QEvent::MouseMove, QPointF(250, 400), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(250, 400), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(110, 139));
 
-    sendMouse(window, QEvent::MouseMove, QPointF(250, 160), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(250, 160), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(150, 110)); // back in the band, it follows again
-    sendMouse(window, QEvent::MouseMove, QPointF(250, 105), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(250, 105), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(150, 55)); // above the window counts as the band
 }
 
@@ -361,8 +360,8 @@ void tst_MainWindow::moveIsRounded()
     MainWindow window;
     window.show();
     window.move(100, 100);
-    sendMouse(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
-    sendMouse(window, QEvent::MouseMove, pointer, Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, pointer, Qt::LeftButton);
     QCOMPARE(window.pos(), place);
 }
 
@@ -381,9 +380,9 @@ void tst_MainWindow::anyReleaseEndsTheDrag()
     MainWindow window;
     window.show();
     window.move(100, 100);
-    sendMouse(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
-    sendMouse(window, QEvent::MouseButtonRelease, QPointF(200, 150), button);
-    sendMouse(window, QEvent::MouseMove, QPointF(220, 160), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseButtonPress, QPointF(200, 150), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseButtonRelease, QPointF(200, 150), button);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(220, 160), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(100, 100));
 }
 
@@ -392,7 +391,7 @@ void tst_MainWindow::moveWithoutPressDoesNothing()
     MainWindow window;
     window.show();
     window.move(100, 100);
-    sendMouse(window, QEvent::MouseMove, QPointF(220, 160), Qt::LeftButton);
+    WindowPointer::send(window, QEvent::MouseMove, QPointF(220, 160), Qt::LeftButton);
     QCOMPARE(window.pos(), QPoint(100, 100));
 }
 
