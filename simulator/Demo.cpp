@@ -16,12 +16,6 @@
 
 namespace {
 
-const char *const kUpgrading = "Upgrading, please do not plug or unplug the device!";
-const char *const kSuccess = "Upgrade Successfully";
-const char *const kNoDeviceFound = "Find Upgrade Device Error!";
-
-constexpr QPoint kUpgradeButton(250, 218);
-constexpr QPoint kCloseButton(470, 27);
 constexpr QPoint kAside(520, 280);
 constexpr int kPatience = 30000;
 constexpr int kTimeOut = 90000; // the program's own comes before it
@@ -46,7 +40,7 @@ public:
         , m_user("FW Update")
     { }
 
-    QString status() { return WindowLook::statusText(m_user.look(), m_texts); }
+    QString status() { return WindowLook::statusText(m_user.look()); }
     bool isEnabled() { return WindowLook::isUpgradeEnabled(m_user.look()); }
 
     bool waitUntilEnabled(int milliseconds)
@@ -77,7 +71,7 @@ public:
     void waitForLastText()
     {
         constexpr int kShortly = 1000;
-        waitUntil([this] { return status() != kUpgrading; }, kShortly);
+        waitUntil([this] { return status() != WindowLook::kUpgrading; }, kShortly);
     }
 
     void click(const QPoint &position)
@@ -99,7 +93,6 @@ private:
     const InsideProgram &m_program;
     const QString m_pictures;
     ScreenUser m_user;
-    const QStringList m_texts = {"", kUpgrading, kSuccess, kNoDeviceFound};
 };
 
 } // namespace
@@ -150,11 +143,11 @@ int Demo::playWithUser(const QString &pictures)
         return 1;
     }
     watcher.save("idle.png");
-    watcher.click(kUpgradeButton);
+    watcher.click(WindowLook::kUpgradeButton);
     say("clicked \"Start Upgrade\"");
     watcher.waitForNews();
-    if (watcher.status() == kUpgrading) {
-        say(QString("the window shows: ") + kUpgrading);
+    if (watcher.status() == WindowLook::kUpgrading) {
+        say(QString("the window shows: ") + WindowLook::kUpgrading);
         watcher.waitForSomeProgress();
     }
     watcher.save("running.png");
@@ -167,12 +160,12 @@ int Demo::playWithUser(const QString &pictures)
     const QString status = watcher.status();
     say("the window shows: " + (status.isNull() ? "the tool's error text" : status));
 
-    watcher.click(kCloseButton);
+    watcher.click(WindowLook::kCloseButton);
     say("clicked the close button");
     awaitEnd();
-    return verdict(status == kSuccess             ? Outcome::Success
-                       : status == kNoDeviceFound ? Outcome::NoDevice
-                                                  : Outcome::ToolFailed);
+    return verdict(status == WindowLook::kSuccess             ? Outcome::Success
+                       : status == WindowLook::kNoDeviceFound ? Outcome::NoDevice
+                                                              : Outcome::ToolFailed);
 }
 
 void Demo::stop()

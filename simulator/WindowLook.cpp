@@ -50,13 +50,14 @@ int difference(const QImage &one, const QImage &other)
 
 } // namespace
 
-QString WindowLook::statusText(const QImage &window, const QStringList &candidates)
+QString WindowLook::statusText(const QImage &window, const QStringList &others)
 {
     constexpr int kTolerance = 4;
     if (window.isNull()) {
         return {};
     }
     const QImage shown = window.copy(kStatusArea);
+    const QStringList candidates = QStringList{"", kNoDeviceFound, kUpgrading, kSuccess} + others;
     for (const QString &candidate : candidates) {
         if (difference(shown, drawStatus(candidate)) <= kTolerance) {
             return candidate.isNull() ? QString("") : candidate;

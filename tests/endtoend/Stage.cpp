@@ -31,8 +31,6 @@ Stage::Stage(const DeviceBehaviour &behaviour)
     , program(testbed)
     , user("FW Update")
     , package(DfuPackage::forFirmware(firmware()))
-    , m_texts({"", "Find Upgrade Device Error!", "Upgrade Successfully",
-               "Upgrading, please do not plug or unplug the device!"})
 {
     QFile::copy(FW_UPDATE_PROGRAM, path("fw-update"));
     QFile::copy(STAND_IN_TOOL, path("nrfutil-mac"));
@@ -83,7 +81,7 @@ void Stage::click(const QPoint &position)
 
 QString Stage::status()
 {
-    return WindowLook::statusText(user.look(), m_texts);
+    return WindowLook::statusText(user.look(), m_toolTexts);
 }
 
 int Stage::progress()

@@ -17,9 +17,6 @@
 class Stage
 {
 public:
-    static constexpr QPoint kUpgradeButton = {250, 218};
-    static constexpr QPoint kCloseButton = {470, 27};
-
     explicit Stage(const DeviceBehaviour &behaviour = {});
 
     /// Waits for a tool that is still running, and tells what the program logged when the test
@@ -41,7 +38,7 @@ public:
 
     /// What the window shows: one of the program's own texts, or of those added. Null for another.
     QString status();
-    void addText(const QString &text) { m_texts.append(text); }
+    void addText(const QString &text) { m_toolTexts.append(text); }
     int progress();
     bool isUpgradeEnabled();
 
@@ -60,5 +57,5 @@ private:
     void tellLog() const;
 
     QTemporaryDir m_folder;
-    QStringList m_texts;
+    QStringList m_toolTexts;
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/WindowLook.h"
 #include "tests/endtoend/Stage.h"
 
 #include <QElapsedTimer>
@@ -9,9 +10,9 @@
 
 namespace {
 
-const QString kUpgrading = "Upgrading, please do not plug or unplug the device!";
-const QString kSuccess = "Upgrade Successfully";
-const QString kNoDevice = "Find Upgrade Device Error!";
+const QString kUpgrading = WindowLook::kUpgrading;
+const QString kSuccess = WindowLook::kSuccess;
+const QString kNoDevice = WindowLook::kNoDeviceFound;
 const QString kPort = "/dev/cu.usbmodem14201";
 
 constexpr int kSoon = 20000;
@@ -68,7 +69,7 @@ void tst_Upgrade::fromTheApplication()
     QCOMPARE(stage.progress(), 0);
     QCOMPARE(stage.user.windowGeometry().size(), QSize(500, 260));
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
     QVERIFY(!stage.isUpgradeEnabled());
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
@@ -90,7 +91,7 @@ void tst_Upgrade::fromTheBootloader()
 
     QElapsedTimer sinceClick;
     sinceClick.start();
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
     QVERIFY(sinceClick.elapsed() < kLessThanTheWait);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
@@ -106,7 +107,7 @@ void tst_Upgrade::withSeveralPortsTheFirstIsUsed()
     stage.setToolScript("record record.json\nflash\n");
     QVERIFY(stage.open());
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
 
     QCOMPARE(stage.record().value("argv").toArray().last().toString(), kPort);
@@ -134,7 +135,7 @@ void tst_Upgrade::deviceIsNotFound()
     }
     QVERIFY(stage.open());
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
 
     QTRY_VERIFY(stage.isUpgradeEnabled());
@@ -148,11 +149,11 @@ void tst_Upgrade::aLateDeviceIsFoundByTheNextClick()
     Stage stage(withFault("late-return=2500"));
     stage.device.startInApplication();
     QVERIFY(stage.open());
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
     QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Bootloader);
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
 
     QCOMPARE(stage.device.reports().size(), 1);
@@ -177,7 +178,7 @@ void tst_Upgrade::errorTextIsShown()
                         + "\"\nsleep 1500\nexit 1\n");
     QVERIFY(stage.open());
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), text, kSoon);
 
     QTRY_VERIFY(stage.isUpgradeEnabled());
@@ -200,7 +201,7 @@ void tst_Upgrade::brokenUpgradeShowsAnError()
     stage.device.startInApplication();
     QVERIFY(stage.open());
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.device.reports().size(), 1, kSoon);
     QTRY_VERIFY_WITH_TIMEOUT(stage.progress() > 0, kSoon);
     QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kSoon);
@@ -216,7 +217,7 @@ void tst_Upgrade::timeOut()
     stage.device.startInBootloader();
     stage.setToolScript("sleep 60000\n");
     QVERIFY(stage.open());
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
 
     QElapsedTimer sinceStart;
@@ -235,10 +236,10 @@ void tst_Upgrade::closingLeavesTheToolAlone()
     Stage stage(unhurried());
     stage.device.startInApplication();
     QVERIFY(stage.open());
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
 
-    stage.user.click(Stage::kCloseButton);
+    stage.user.click(WindowLook::kCloseButton);
     QTRY_VERIFY(!stage.program.isRunning());
     QCOMPARE(stage.program.exitCode(), 0);
     QVERIFY(stage.device.image().isEmpty());
@@ -273,7 +274,7 @@ void tst_Upgrade::windowIsDraggedByItsBand()
     stage.user.release();
     // What the program does on a click shows that it has handled the drag.
     QTRY_COMPARE(stage.user.windowGeometry().topLeft(), after);
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
 
     QCOMPARE(stage.user.windowGeometry().topLeft(), after);
@@ -285,7 +286,7 @@ void tst_Upgrade::toolIsCalledAsEver()
     stage.device.startInBootloader();
     stage.setToolScript("record record.json\nout \"Device programmed.\\n\"\n");
     QVERIFY(stage.open());
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     const QJsonObject record = stage.record();
 
@@ -320,7 +321,7 @@ void tst_Upgrade::toolIsMadeExecutable()
     stage.device.startInBootloader();
     QVERIFY(stage.open(directory));
 
-    stage.click(Stage::kUpgradeButton);
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
 
     QCOMPARE(QFileInfo(stage.path("nrfutil-mac")).isExecutable(), becomesExecutable);

@@ -13,8 +13,6 @@
 namespace {
 
 constexpr int kLongest = 20000;
-constexpr QPoint kUpgradeButton(250, 218);
-constexpr QPoint kCloseButton(470, 27);
 constexpr QPoint kElsewhere(1000, 700);
 constexpr int kStatusTop = 100;
 constexpr int kStatusHeight = 30;
@@ -81,7 +79,7 @@ bool RealStage::open()
 
 void RealStage::clickUpgrade()
 {
-    m_user.click(kUpgradeButton);
+    m_user.click(WindowLook::kUpgradeButton);
     m_user.movePointerOnScreen(kElsewhere);
 }
 
@@ -92,10 +90,7 @@ QString RealStage::status()
     // Reading takes a slow machine long, and it is asked to read the same again and again.
     if (line != m_lastLine) {
         m_lastLine = line;
-        m_lastStatus = WindowLook::statusText(
-            window,
-            {"", "Find Upgrade Device Error!", "Upgrade Successfully",
-             "Upgrading, please do not plug or unplug the device!", lastErrorText()});
+        m_lastStatus = WindowLook::statusText(window, {lastErrorText()});
     }
     return m_lastStatus;
 }
@@ -123,7 +118,7 @@ QString RealStage::lastErrorText() const
 
 bool RealStage::close()
 {
-    m_user.click(kCloseButton);
+    m_user.click(WindowLook::kCloseButton);
     return m_process.waitForFinished(kLongest) && m_process.exitStatus() == QProcess::NormalExit
         && m_process.exitCode() == 0;
 }

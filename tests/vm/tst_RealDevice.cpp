@@ -3,6 +3,7 @@
 
 // Upgrades a USB device that the kernel believes in. Runs inside the machine only, as root.
 
+#include "simulator/WindowLook.h"
 #include "tests/vm/DeviceProcess.h"
 #include "tests/vm/RealStage.h"
 
@@ -10,9 +11,9 @@
 
 namespace {
 
-const QString kUpgrading = "Upgrading, please do not plug or unplug the device!";
-const QString kSuccess = "Upgrade Successfully";
-const QString kNoDevice = "Find Upgrade Device Error!";
+const QString kUpgrading = WindowLook::kUpgrading;
+const QString kSuccess = WindowLook::kSuccess;
+const QString kNoDevice = WindowLook::kNoDeviceFound;
 
 constexpr int kSoon = 20000;
 constexpr int kHidInterfaces = 2; // of one device
