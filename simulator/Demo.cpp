@@ -3,7 +3,6 @@
 
 #include "simulator/Demo.h"
 
-#include "simulator/DfuPackage.h"
 #include "simulator/ScreenUser.h"
 #include "simulator/WindowLook.h"
 
@@ -173,17 +172,22 @@ void Demo::stop()
     m_program.terminate();
 }
 
-Demo::Outcome Demo::expectedOutcome() const
+bool Demo::isExpected(Outcome outcome) const
 {
-    const QString name = m_fault.section('=', 0, 0);
-    if (QStringList{"never-return", "late-return", "open-fails", "write-fails", "no-device"}
-            .contains(name)) {
-        return Outcome::NoDevice;
+    constexpr int kProgramWaits = 2000; // for the device to come back
+    const DeviceBehaviour behaviour = behaviourWith(m_fault);
+    if (m_fault == "no-device" || behaviour.openFails || behaviour.writeFails || !behaviour.returns
+        || behaviour.returnAfter >= kProgramWaits) {
+        return outcome == Outcome::NoDevice;
     }
-    if (QStringList{"drop-out", "wrong-crc", "silent", "no-package"}.contains(name)) {
-        return Outcome::ToolFailed;
+    const qint64 dropOut = behaviour.dropOutAfter;
+    if (m_fault == "no-package" || behaviour.wrongCrc || behaviour.silent
+        || (dropOut >= 0 && dropOut <= readPackage().firmware.size())) {
+        return outcome == Outcome::ToolFailed;
     }
-    return Outcome::Success;
+    // A slower one than by default may outlast the program's patience.
+    const bool mayTimeOut = m_fault.startsWith("slow=");
+    return outcome == Outcome::Success || (mayTimeOut && outcome == Outcome::ToolFailed);
 }
 
 bool Demo::openProgram()
@@ -212,16 +216,14 @@ void Demo::awaitEnd()
 int Demo::verdict(Outcome outcome) const
 {
     if (!m_device.image().isEmpty()) {
-        DfuPackage package;
-        package.read(m_folder + "/dfu.zip");
-        say("SHA-256 of the package's image: " + SimulatedDevice::sha256(package.firmware));
+        say("SHA-256 of the package's image: " + SimulatedDevice::sha256(readPackage().firmware));
         say("SHA-256 of the device's image:  " + SimulatedDevice::sha256(m_device.image()));
     }
     if (outcome == Outcome::Success && !isImageRight()) {
         say("demo: the program reported success, but the image in the device is another one");
         return 1;
     }
-    if (outcome != expectedOutcome()) {
+    if (!isExpected(outcome)) {
         say("demo: that is not what should have been seen");
         return 1;
     }
@@ -233,11 +235,17 @@ int Demo::verdict(Outcome outcome) const
     return 0;
 }
 
-bool Demo::isImageRight() const
+DfuPackage Demo::readPackage() const
 {
     DfuPackage package;
-    return package.read(m_folder + "/dfu.zip") == DfuPackage::Error::None
-        && m_device.image() == package.firmware;
+    package.read(m_folder + "/dfu.zip");
+    return package;
+}
+
+bool Demo::isImageRight() const
+{
+    const QByteArray firmware = readPackage().firmware;
+    return !firmware.isEmpty() && m_device.image() == firmware;
 }
 
 void Demo::say(const QString &line)

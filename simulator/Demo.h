@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "simulator/DfuPackage.h"
 #include "simulator/InsideProgram.h"
 #include "simulator/SimulatedDevice.h"
 #include "simulator/Testbed.h"
@@ -37,10 +38,11 @@ public:
 private:
     enum class Outcome { Success, NoDevice, ToolFailed };
 
-    Outcome expectedOutcome() const;
+    bool isExpected(Outcome outcome) const;
     bool openProgram();
     void awaitEnd();
     int verdict(Outcome outcome) const;
+    DfuPackage readPackage() const; ///< Without firmware when there is none.
     bool isImageRight() const;
 
     static void say(const QString &line);
