@@ -76,9 +76,11 @@ Desktop::Desktop()
     if (userScales()) {
         return;
     }
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     if (pointIsPixel) {
+        // Asked to scale by itself as well, Qt would make a point larger again.
         addSetting("QT_SCALE_FACTOR", QByteArray::number(screenScale()));
+    } else {
+        QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     }
 }
 
