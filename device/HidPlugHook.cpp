@@ -42,11 +42,6 @@ int lowBits(int id)
     return static_cast<int>(static_cast<unsigned>(id) & 0xFFFFU);
 }
 
-int firstNonZero(int value, int fallback)
-{
-    return value != 0 ? value : fallback;
-}
-
 } // namespace
 
 void register_hid_plug_callback(HidPlugCallback callback, void *context)
@@ -84,9 +79,7 @@ HidProductName hidProductName(std::u16string_view name)
 void queueHidPlug(bool arrived, const HidProperties &properties)
 {
     waiting.push_back({arrived ? 1 : 0, lowBits(properties.vendorId), lowBits(properties.productId),
-                       firstNonZero(properties.deviceUsage, properties.primaryUsage),
-                       firstNonZero(properties.deviceUsagePage, properties.primaryUsagePage),
-                       properties.productName});
+                       properties.usage, properties.usagePage, properties.productName});
 }
 
 void deliverHidPlugs()

@@ -25,10 +25,16 @@ int readNumber(IOHIDDeviceRef device, CFStringRef key)
     if (property == nullptr || CFGetTypeID(property) != CFNumberGetTypeID()) {
         return 0;
     }
-    SInt32 value = 0;
-    // Its result is no concern: of a number that is too large the low bits are there all the same.
-    CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt32Type, &value);
-    return value;
+    // Read whole and cut to its low bits here: how the system cuts a number is its own affair.
+    SInt64 value = 0;
+    CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt64Type, &value);
+    return static_cast<int>(value);
+}
+
+int readUsage(IOHIDDeviceRef device, CFStringRef key, CFStringRef fallbackKey)
+{
+    const int usage = readNumber(device, key);
+    return usage != 0 ? usage : readNumber(device, fallbackKey);
 }
 
 HidProductName readProductName(IOHIDDeviceRef device)
@@ -57,10 +63,9 @@ void report(bool arrived, IOHIDDeviceRef device)
     HidProperties properties;
     properties.vendorId = readNumber(device, CFSTR(kIOHIDVendorIDKey));
     properties.productId = readNumber(device, CFSTR(kIOHIDProductIDKey));
-    properties.deviceUsage = readNumber(device, CFSTR(kIOHIDDeviceUsageKey));
-    properties.primaryUsage = readNumber(device, CFSTR(kIOHIDPrimaryUsageKey));
-    properties.deviceUsagePage = readNumber(device, CFSTR(kIOHIDDeviceUsagePageKey));
-    properties.primaryUsagePage = readNumber(device, CFSTR(kIOHIDPrimaryUsagePageKey));
+    properties.usage = readUsage(device, CFSTR(kIOHIDDeviceUsageKey), CFSTR(kIOHIDPrimaryUsageKey));
+    properties.usagePage
+        = readUsage(device, CFSTR(kIOHIDDeviceUsagePageKey), CFSTR(kIOHIDPrimaryUsagePageKey));
     properties.productName = readProductName(device);
     queueHidPlug(arrived, properties);
     deliverHidPlugs();

@@ -21,10 +21,8 @@ struct HidProperties
 {
     int vendorId = 0;
     int productId = 0;
-    int deviceUsage = 0;
-    int primaryUsage = 0;
-    int deviceUsagePage = 0;
-    int primaryUsagePage = 0;
+    int usage = 0;
+    int usagePage = 0;
     HidProductName productName = {};
 };
 

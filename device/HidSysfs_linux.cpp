@@ -63,10 +63,9 @@ HidProperties HidSysfs::properties() const
     HidProperties properties;
     properties.vendorId = fromHexadecimal(takeField(fields));
     properties.productId = fromHexadecimal(takeField(fields));
-    // The kernel tells of one usage only; the properties of the device's own stay missing.
     const HidReportDescriptor descriptor(reportDescriptor.data(), reportDescriptor.size());
-    properties.primaryUsage = descriptor.usage();
-    properties.primaryUsagePage = descriptor.usagePage();
+    properties.usage = descriptor.usage();
+    properties.usagePage = descriptor.usagePage();
     properties.productName = hidProductName(fromUtf8(name));
     return properties;
 }

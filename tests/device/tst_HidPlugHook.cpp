@@ -82,28 +82,21 @@ void tst_HidPlugHook::properties_data()
     const int max = std::numeric_limits<int>::max();
     const int min = std::numeric_limits<int>::min();
     QTest::newRow("all missing") << HidProperties() << Plug{1};
-    QTest::newRow("the target")
-        << HidProperties{0x7F3C, 0x0C51, 0x74, 0x74, 0xFF31, 0xFF31, hidProductName(u"Device")}
-        << Plug{1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+    QTest::newRow("the target") << HidProperties{0x7F3C, 0x0C51, 0x74, 0xFF31,
+                                                 hidProductName(u"Device")}
+                                << Plug{1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
     QTest::newRow("ids keep their low 16 bits")
-        << HidProperties{0x12345, 0x7FFF0001, 0, 0, 0, 0, {}} << Plug{1, 0x2345, 1};
-    QTest::newRow("largest ids") << HidProperties{0xFFFF, 0xFFFF, 0, 0, 0, 0, {}}
+        << HidProperties{0x12345, 0x7FFF0001, 0, 0, {}} << Plug{1, 0x2345, 1};
+    QTest::newRow("largest ids") << HidProperties{0xFFFF, 0xFFFF, 0, 0, {}}
                                  << Plug{1, 0xFFFF, 0xFFFF};
-    QTest::newRow("negative ids") << HidProperties{all, min, 0, 0, 0, 0, {}} << Plug{1, 0xFFFF, 0};
+    QTest::newRow("negative ids") << HidProperties{all, min, 0, 0, {}} << Plug{1, 0xFFFF, 0};
     QTest::newRow("ids above 16 bits only")
-        << HidProperties{0x10000, 0x20000, 0, 0, 0, 0, {}} << Plug{1, 0, 0};
-    QTest::newRow("device's own usage first")
-        << HidProperties{0, 0, 1, 2, 3, 4, {}} << Plug{1, 0, 0, 1, 3};
-    QTest::newRow("primary usage instead of zero")
-        << HidProperties{0, 0, 0, 2, 3, 4, {}} << Plug{1, 0, 0, 2, 3};
-    QTest::newRow("primary page instead of zero")
-        << HidProperties{0, 0, 1, 2, 0, 4, {}} << Plug{1, 0, 0, 1, 4};
-    QTest::newRow("neither usage nor page")
-        << HidProperties{5, 6, 0, 0, 0, 0, {}} << Plug{1, 5, 6, 0, 0};
+        << HidProperties{0x10000, 0x20000, 0, 0, {}} << Plug{1, 0, 0};
+    QTest::newRow("neither usage nor page") << HidProperties{5, 6, 0, 0, {}} << Plug{1, 5, 6, 0, 0};
     QTest::newRow("usages keep 32 bits")
-        << HidProperties{0, 0, max, 0, min, 0, {}} << Plug{1, 0, 0, max, min};
-    QTest::newRow("primary ones keep 32 bits")
-        << HidProperties{0, 0, 0, all, 0, 0x12345678, {}} << Plug{1, 0, 0, all, 0x12345678};
+        << HidProperties{0, 0, max, min, {}} << Plug{1, 0, 0, max, min};
+    QTest::newRow("usages of all bits and of some")
+        << HidProperties{0, 0, all, 0x12345678, {}} << Plug{1, 0, 0, all, 0x12345678};
 }
 
 void tst_HidPlugHook::properties()

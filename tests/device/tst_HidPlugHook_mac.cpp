@@ -18,6 +18,7 @@
 namespace {
 
 using Properties = HidManagerDouble::Properties;
+using Keys = std::vector<std::string>;
 
 const Properties kTarget
     = {{"VendorID", 0x7F3C},        {"ProductID", 0x0C51}, {"DeviceUsage", 0x74},
@@ -39,7 +40,7 @@ Properties with(Properties properties, const Properties &others)
     return properties;
 }
 
-Properties without(Properties properties, const std::vector<std::string> &keys)
+Properties without(Properties properties, const Keys &keys)
 {
     for (const std::string &key : keys) {
         properties.erase(key);
@@ -94,6 +95,7 @@ int makeDeviceComm()
 } // namespace
 
 Q_DECLARE_METATYPE(Properties)
+Q_DECLARE_METATYPE(Keys)
 
 class tst_HidPlugHook_mac : public QObject
 {
@@ -112,6 +114,8 @@ private slots:
     void name();
     void propertiesAreReadForNobody_data();
     void propertiesAreReadForNobody();
+    void primaryUsagesAreReadInNeedOnly_data();
+    void primaryUsagesAreReadInNeedOnly();
     void noDeviceIsIgnored();
     void callbackReplacesItself();
     void nothingDuringStartUpdate_data();
@@ -299,6 +303,36 @@ void tst_HidPlugHook_mac::propertiesAreReadForNobody()
              std::vector<std::string>({"VendorID", "ProductID", "DeviceUsage", "PrimaryUsage",
                                        "DeviceUsagePage", "PrimaryUsagePage", "Product"}));
     QCOMPARE(recorder.plugs.size(), registered ? 1 : 0);
+}
+
+void tst_HidPlugHook_mac::primaryUsagesAreReadInNeedOnly_data()
+{
+    QTest::addColumn<Properties>("properties");
+    QTest::addColumn<Keys>("usages");
+    const Keys all = {"DeviceUsage", "PrimaryUsage", "DeviceUsagePage", "PrimaryUsagePage"};
+    QTest::newRow("neither") << kTarget << Keys{"DeviceUsage", "DeviceUsagePage"};
+    QTest::newRow("usage is zero") << with(kTarget, {{"DeviceUsage", 0}})
+                                   << Keys{"DeviceUsage", "PrimaryUsage", "DeviceUsagePage"};
+    QTest::newRow("page is zero") << with(kTarget, {{"DeviceUsagePage", 0}})
+                                  << Keys{"DeviceUsage", "DeviceUsagePage", "PrimaryUsagePage"};
+    QTest::newRow("both are texts")
+        << with(kTarget, {{"DeviceUsage", u"116"}, {"DeviceUsagePage", u"65329"}}) << all;
+    QTest::newRow("both are missing")
+        << without(kTarget, {"DeviceUsage", "DeviceUsagePage"}) << all;
+}
+
+void tst_HidPlugHook_mac::primaryUsagesAreReadInNeedOnly()
+{
+    QFETCH(const Properties, properties);
+    QFETCH(const Keys, usages);
+    const HidManagerDouble hid;
+    const Watch watch;
+    HidManagerDouble::attach(properties);
+    turnRunLoop();
+    Keys expected = {"VendorID", "ProductID"};
+    expected.insert(expected.end(), usages.begin(), usages.end());
+    expected.emplace_back("Product");
+    QCOMPARE(HidManagerDouble::reads(), expected);
 }
 
 void tst_HidPlugHook_mac::noDeviceIsIgnored()

@@ -45,10 +45,8 @@ void check(int arrived, int vendorId, int productId, int usage, int usagePage,
     require(arrived == calls % 2);
     require(vendorId == (expected.vendorId & 0xFFFF));
     require(productId == (expected.productId & 0xFFFF));
-    require(usage == (expected.deviceUsage != 0 ? expected.deviceUsage : expected.primaryUsage));
-    require(
-        usagePage
-        == (expected.deviceUsagePage != 0 ? expected.deviceUsagePage : expected.primaryUsagePage));
+    require(usage == expected.usage);
+    require(usagePage == expected.usagePage);
     require(std::equal(expected.productName.begin(), expected.productName.end(), productName));
 }
 
@@ -79,8 +77,7 @@ HidProperties propertiesFromBytes(std::string_view bytes)
 {
     HidProperties properties;
     int *const numbers[]
-        = {&properties.vendorId,     &properties.productId,       &properties.deviceUsage,
-           &properties.primaryUsage, &properties.deviceUsagePage, &properties.primaryUsagePage};
+        = {&properties.vendorId, &properties.productId, &properties.usage, &properties.usagePage};
     for (int *const number : numbers) {
         const std::size_t size = std::min(bytes.size(), sizeof *number);
         std::memcpy(number, bytes.data(), size);
