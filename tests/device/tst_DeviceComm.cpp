@@ -3,8 +3,15 @@
 
 #include "device/DeviceComm.h"
 #include "simulator/Testbed.h"
+#include "tests/device/StdoutCapture.h"
 
 #include <QtTest>
+
+#include <functional>
+#include <type_traits>
+
+static_assert(std::is_empty_v<DeviceComm> && !std::is_polymorphic_v<DeviceComm>,
+              "all of its state is the library's");
 
 namespace {
 
@@ -29,6 +36,24 @@ struct Interface
     int usagePage;
     int usage;
 };
+
+QByteArray logged; // a message handler has no data of its own
+
+void keepMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &text)
+{
+    logged += text.toUtf8() + '\n';
+}
+
+/// What an action prints to standard output and then what it logs.
+QByteArray outputOf(const std::function<void()> &action)
+{
+    StdoutCapture capture;
+    logged.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(keepMessage);
+    action();
+    qInstallMessageHandler(previous);
+    return capture.text() + logged;
+}
 
 } // namespace
 
@@ -84,9 +109,14 @@ void tst_DeviceComm::oneInterface()
 
 void tst_DeviceComm::noDeviceAtAll()
 {
-    Testbed testbed;
+    const Testbed testbed;
+    bool reached = true;
 
-    QVERIFY(!DeviceComm::GetInst().startUpdate(kVendor, kProduct));
+    const QByteArray output
+        = outputOf([&reached] { reached = DeviceComm::GetInst().startUpdate(kVendor, kProduct); });
+
+    QVERIFY(!reached);
+    QCOMPARE(output, QByteArray());
 }
 
 void tst_DeviceComm::otherInterfacesOfTheDeviceGetNothing()
@@ -148,8 +178,12 @@ void tst_DeviceComm::openFailsOrWorks()
     testbed.setOpenFails(first, firstFails);
     testbed.setOpenFails(second, secondFails);
 
-    QCOMPARE(DeviceComm::GetInst().startUpdate(kVendor, kProduct), result);
+    bool reached = !result;
+    const QByteArray output
+        = outputOf([&reached] { reached = DeviceComm::GetInst().startUpdate(kVendor, kProduct); });
 
+    QCOMPARE(reached, result);
+    QCOMPARE(output, QByteArray());
     QCOMPARE(testbed.reports(first), firstFails ? QList<QByteArray>() : oneReport());
     QCOMPARE(testbed.reports(second), secondFails ? QList<QByteArray>() : oneReport());
 }
