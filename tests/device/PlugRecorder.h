@@ -8,7 +8,9 @@
 #include <QList>
 #include <QMetaType>
 #include <QString>
+#include <QThread>
 
+#include <algorithm>
 #include <functional>
 
 /// One call of the plug callback.
@@ -56,6 +58,7 @@ public:
                        const wchar_t *productName, void *context)
     {
         auto *const self = static_cast<PlugRecorder *>(context);
+        self->m_threads.append(QThread::currentThread());
         self->plugs.append(
             {arrived, vendorId, productId, usage, usagePage, QString::fromWCharArray(productName)});
         if (self->onPlug) {
@@ -63,6 +66,17 @@ public:
         }
     }
 
+    /// Whether every call so far came on the calling thread.
+    bool wasCalledHere() const
+    {
+        return std::all_of(m_threads.begin(), m_threads.end(), [](const QThread *thread) {
+            return thread == QThread::currentThread();
+        });
+    }
+
     QList<Plug> plugs;
     std::function<void()> onPlug = {};
+
+private:
+    QList<const QThread *> m_threads;
 };

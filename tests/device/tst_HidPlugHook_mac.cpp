@@ -153,6 +153,7 @@ void tst_HidPlugHook_mac::attachedBeforehand()
     QCOMPARE(recorder.plugs.size(), 0);
     turnRunLoop();
     QCOMPARE(recorder.plugs, QList<Plug>(QVector<Plug>(count, kArrival).toList()));
+    QVERIFY(recorder.wasCalledHere());
 }
 
 void tst_HidPlugHook_mac::comesAndGoes()
@@ -166,6 +167,7 @@ void tst_HidPlugHook_mac::comesAndGoes()
     HidManagerDouble::detach(device);
     turnRunLoop();
     QCOMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
+    QVERIFY(recorder.wasCalledHere());
 }
 
 void tst_HidPlugHook_mac::properties_data()
