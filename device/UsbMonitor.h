@@ -12,7 +12,8 @@ extern "C" {
 /// Linux by stop_plug(). macOS notifies only after all devices of the last notification have been
 /// taken, so with several attached it may stay silent.
 ///
-/// Returns 0 at the end of a watch. When the system does not let it watch, it says so on standard
-/// output and returns at once with the number of characters printed.
+/// Returns 0 at the end of a watch; on macOS, where its last release may fail, the status of that.
+/// When the system does not let it watch, it says so on standard output and returns at once with
+/// the number of characters printed.
 int init_plug();
 }

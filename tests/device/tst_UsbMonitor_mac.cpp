@@ -28,7 +28,8 @@ const Calls kSecondRegistration
        "IOServiceAddMatchingNotification IOServiceTerminate IOUSBDevice null"};
 const Calls kOneTaken = {"IOIteratorNext", kPlugIn, "IOObjectRelease service", "Release"};
 const Calls kNoneTaken = {"IOIteratorNext"};
-const Calls kEnd = {"IOObjectRelease iterator", "IOObjectRelease iterator"};
+const Calls kEnd = {"IOObjectRelease iterator of IOServiceFirstMatch",
+                    "IOObjectRelease iterator of IOServiceTerminate"};
 const Calls kArrival = {"handler of IOServiceFirstMatch"};
 
 Calls operator+(Calls first, const Calls &second)
@@ -100,6 +101,8 @@ class tst_UsbMonitor_mac : public QObject
 private slots:
     void watchFromStartToEnd_data();
     void watchFromStartToEnd();
+    void handlersAreRegistered();
+    void resultIsThatOfTheSecondRelease_data();
     void resultIsThatOfTheSecondRelease();
     void oneAttachedDeviceIsTaken_data();
     void oneAttachedDeviceIsTaken();
@@ -139,12 +142,34 @@ void tst_UsbMonitor_mac::watchFromStartToEnd()
     QCOMPARE(doubleObjectCount(), objects);
 }
 
-void tst_UsbMonitor_mac::resultIsThatOfTheSecondRelease()
+void tst_UsbMonitor_mac::handlersAreRegistered()
 {
     const UsbDouble usb;
+    const Monitor monitor;
+    QVERIFY(UsbDouble::handlerOf(kIOFirstMatchNotification) == usbDeviceAdded);
+    QVERIFY(UsbDouble::handlerOf(kIOTerminatedNotification) == usbDeviceRemoved);
+}
+
+void tst_UsbMonitor_mac::resultIsThatOfTheSecondRelease_data()
+{
+    QTest::addColumn<int>("added");
+    QTest::addColumn<int>("removed");
+    QTest::newRow("both fail") << 0xE << 0xF;
+    QTest::newRow("first fails") << 0xE << 0;
+    QTest::newRow("second fails") << 0 << 0xF;
+}
+
+void tst_UsbMonitor_mac::resultIsThatOfTheSecondRelease()
+{
+    QFETCH(const int, added);
+    QFETCH(const int, removed);
+    const UsbDouble usb;
     Monitor monitor;
-    UsbDouble::failReleaseOfIterators(0xF);
-    QCOMPARE(monitor.stop(), 0xF);
+    UsbDouble::failReleaseOfIterator(kIOFirstMatchNotification, added);
+    UsbDouble::failReleaseOfIterator(kIOTerminatedNotification, removed);
+    QCOMPARE(monitor.stop(), removed);
+    QCOMPARE(toText(UsbDouble::calls()),
+             toText(kFirstRegistration + kSecondRegistration + kNoneTaken + kEnd));
 }
 
 void tst_UsbMonitor_mac::oneAttachedDeviceIsTaken_data()

@@ -101,6 +101,7 @@ kern_return_t IOServiceAddMatchingNotification(IONotificationPortRef port,
         return status;
     }
     const io_iterator_t iterator = usbWorld->makeObject(true);
+    usbWorld->objects[iterator].notificationType = type;
     usbWorld->notifications.push_back({type, port, callback, refCon, iterator, false});
     if (type == kIOFirstMatchNotification) {
         for (const io_service_t service : usbWorld->attached) {
@@ -153,10 +154,11 @@ kern_return_t IOObjectRelease(io_object_t object)
         return KERN_INVALID_NAME;
     }
     const bool isIterator = entry->second.isIterator;
-    usbWorld->calls.emplace_back(isIterator ? "IOObjectRelease iterator"
-                                            : "IOObjectRelease service");
+    const std::string type = entry->second.notificationType;
+    usbWorld->calls.push_back(isIterator ? "IOObjectRelease iterator of " + type
+                                         : "IOObjectRelease service");
     const kern_return_t status
-        = isIterator ? usbWorld->iteratorReleaseStatus : usbWorld->serviceReleaseStatus;
+        = isIterator ? usbWorld->failingIteratorReleases[type] : usbWorld->serviceReleaseStatus;
     if (status != KERN_SUCCESS) {
         return status;
     }

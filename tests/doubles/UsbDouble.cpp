@@ -5,6 +5,7 @@
 
 #include "tests/doubles/UsbDouble_p.h"
 
+#include <algorithm>
 #include <utility>
 
 std::mutex usbLock;
@@ -106,6 +107,17 @@ std::size_t UsbDouble::devicesIn(io_iterator_t iterator)
     return usbWorld->objects.at(iterator).services.size();
 }
 
+IOServiceMatchingCallback UsbDouble::handlerOf(const char *notificationType)
+{
+    const std::lock_guard guard(usbLock);
+    const auto &all = usbWorld->notifications;
+    const auto entry
+        = std::find_if(all.begin(), all.end(), [notificationType](const UsbNotification &one) {
+              return one.type == notificationType;
+          });
+    return entry != all.end() ? entry->callback : nullptr;
+}
+
 int UsbDouble::portCount()
 {
     const std::lock_guard guard(usbLock);
@@ -142,10 +154,10 @@ void UsbDouble::failReleaseOfServices(kern_return_t status)
     usbWorld->serviceReleaseStatus = status;
 }
 
-void UsbDouble::failReleaseOfIterators(kern_return_t status)
+void UsbDouble::failReleaseOfIterator(const char *notificationType, kern_return_t status)
 {
     const std::lock_guard guard(usbLock);
-    usbWorld->iteratorReleaseStatus = status;
+    usbWorld->failingIteratorReleases[notificationType] = status;
 }
 
 void UsbDouble::removeSources()

@@ -34,6 +34,9 @@ public:
     static int references(io_object_t object);
     static std::size_t devicesIn(io_iterator_t iterator);
 
+    /// What is registered for such notifications; null when nothing is.
+    static IOServiceMatchingCallback handlerOf(const char *notificationType);
+
     static int portCount();
     static int plugInCount();
 
@@ -44,7 +47,7 @@ public:
     static void failRegistration(const char *notificationType, kern_return_t status);
     static void failPlugIn(kern_return_t status);
     static void failReleaseOfServices(kern_return_t status);
-    static void failReleaseOfIterators(kern_return_t status);
+    static void failReleaseOfIterator(const char *notificationType, kern_return_t status);
 
     /// Leaves no source of a port on any run loop.
     static void removeSources();

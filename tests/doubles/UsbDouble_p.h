@@ -22,6 +22,7 @@ struct UsbObject
 {
     int references = 1;
     bool isIterator = false;
+    std::string notificationType = {}; ///< Of a notification's iterator.
     std::deque<io_service_t> services = {};
     bool armed = false;
 };
@@ -62,7 +63,7 @@ struct UsbWorld
     std::map<std::string, kern_return_t> failingRegistrations;
     kern_return_t plugInStatus = KERN_SUCCESS;
     kern_return_t serviceReleaseStatus = KERN_SUCCESS;
-    kern_return_t iteratorReleaseStatus = KERN_SUCCESS;
+    std::map<std::string, kern_return_t> failingIteratorReleases;
     std::map<void *, std::unique_ptr<UsbPlugIn>> plugIns;
     io_object_t lastName = 0x100;
 };
