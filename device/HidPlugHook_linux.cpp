@@ -18,11 +18,6 @@ namespace {
 
 constexpr char kSubsystem[] = "hidraw";
 
-std::string orEmpty(const char *text)
-{
-    return text != nullptr ? text : "";
-}
-
 std::vector<std::uint8_t> readReportDescriptor(udev_device *hid)
 {
     constexpr std::size_t kMaxSize = 4096; // the kernel takes no larger one
@@ -67,7 +62,6 @@ public:
 
 private:
     void listen();
-    void queueAttached();
     void receive();
     void queueArrival(udev_device *device);
     void queueRemoval(udev_device *device);
@@ -82,16 +76,15 @@ private:
 
 HidPlugWatch::HidPlugWatch()
     : m_udev(udev_new())
-    , m_monitor(udev_monitor_new_from_netlink(m_udev.get(), "udev"))
+    , m_monitor(listenToUdev(m_udev.get(), kSubsystem, nullptr))
 {
     if (m_monitor == nullptr) {
         return;
     }
-    udev_monitor_filter_add_match_subsystem_devtype(m_monitor.get(), kSubsystem, nullptr);
-    udev_monitor_enable_receiving(m_monitor.get());
     listen();
     // After the monitor, so that no device slips through between the two.
-    queueAttached();
+    takeAttached(m_udev.get(), kSubsystem, nullptr,
+                 [this](const UdevDevice &device) { queueArrival(device.get()); });
     wake();
 }
 
@@ -115,21 +108,6 @@ void HidPlugWatch::listen()
     m_notifier = new QSocketNotifier(udev_monitor_get_fd(m_monitor.get()), QSocketNotifier::Read,
                                      QCoreApplication::instance());
     QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [this] { receive(); });
-}
-
-void HidPlugWatch::queueAttached()
-{
-    const UdevEnumerate devices(udev_enumerate_new(m_udev.get()));
-    udev_enumerate_add_match_subsystem(devices.get(), kSubsystem);
-    udev_enumerate_scan_devices(devices.get());
-    for (udev_list_entry *entry = udev_enumerate_get_list_entry(devices.get()); entry != nullptr;
-         entry = udev_list_entry_get_next(entry)) {
-        const UdevDevice device(
-            udev_device_new_from_syspath(m_udev.get(), udev_list_entry_get_name(entry)));
-        if (device != nullptr) {
-            queueArrival(device.get());
-        }
-    }
 }
 
 void HidPlugWatch::receive()

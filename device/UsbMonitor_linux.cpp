@@ -12,10 +12,12 @@
 
 #include <array>
 #include <cerrno>
-#include <string_view>
 #include <type_traits>
 
 namespace {
+
+constexpr char kSubsystem[] = "usb";
+constexpr char kDeviceType[] = "usb_device";
 
 struct UsbPlugIn
 {
@@ -64,7 +66,7 @@ struct Notification
     int listen(udev *udev);
     void receive();
 
-    std::string_view action;
+    const char *action;
     void (*handler)(void *, io_iterator_t);
     UdevMonitor monitor = nullptr;
     UsbDeviceIterator iterator = {};
@@ -72,38 +74,18 @@ struct Notification
 
 int Notification::listen(udev *udev)
 {
-    monitor.reset(udev_monitor_new_from_netlink(udev, "udev"));
-    if (monitor == nullptr) {
-        return errno;
-    }
-    const int error
-        = udev_monitor_filter_add_match_subsystem_devtype(monitor.get(), "usb", "usb_device");
-    return -(error < 0 ? error : udev_monitor_enable_receiving(monitor.get()));
+    monitor = listenToUdev(udev, kSubsystem, kDeviceType);
+    return monitor != nullptr ? 0 : errno;
 }
 
 void Notification::receive()
 {
     UdevDevice device(udev_monitor_receive_device(monitor.get()));
-    if (device == nullptr || udev_device_get_action(device.get()) != action) {
+    if (device == nullptr || orEmpty(udev_device_get_action(device.get())) != action) {
         return;
     }
     iterator.devices.push_back(std::move(device));
     handler(nullptr, &iterator);
-}
-
-void addAttached(udev *udev, UsbDeviceIterator &iterator)
-{
-    const UdevEnumerate devices(udev_enumerate_new(udev));
-    udev_enumerate_add_match_subsystem(devices.get(), "usb");
-    udev_enumerate_add_match_property(devices.get(), "DEVTYPE", "usb_device");
-    udev_enumerate_scan_devices(devices.get());
-    for (udev_list_entry *entry = udev_enumerate_get_list_entry(devices.get()); entry != nullptr;
-         entry = udev_list_entry_get_next(entry)) {
-        UdevDevice device(udev_device_new_from_syspath(udev, udev_list_entry_get_name(entry)));
-        if (device != nullptr) {
-            iterator.devices.push_back(std::move(device));
-        }
-    }
 }
 
 void runUntilStopped(Notification &added, Notification &removed)
@@ -139,7 +121,9 @@ int init_plug()
     }
     // Of several devices that are attached already one is taken on purpose; the others wait in
     // the iterator, in front of what comes later.
-    addAttached(udev.get(), added.iterator);
+    takeAttached(udev.get(), kSubsystem, kDeviceType, [&added](UdevDevice device) {
+        added.iterator.devices.push_back(std::move(device));
+    });
     takeAndRelease(&added.iterator);
 
     runUntilStopped(added, removed);

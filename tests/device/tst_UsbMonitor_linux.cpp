@@ -6,13 +6,13 @@
 #include "device/UsbMonitor_linux_p.h"
 #include "simulator/Testbed.h"
 #include "tests/device/StdoutCapture.h"
+#include "tests/device/UsbTaken_linux.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
 #include <QtTest>
 
-#include <dlfcn.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -20,83 +20,10 @@
 #include <array>
 #include <future>
 #include <memory>
-#include <mutex>
 
 namespace {
 
 const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
-const QByteArray kNoInterface = "Unable to create a device interface: 00000013\n";
-
-/// The devices that have been taken since the last clear(), by their path below /sys.
-class Taken
-{
-public:
-    void add(const QString &path)
-    {
-        const std::lock_guard lock(m_mutex);
-        m_paths.append(path);
-    }
-
-    QStringList paths() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_paths;
-    }
-
-    void clear()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_paths.clear();
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_paths;
-};
-
-Taken taken;
-
-bool hasEnded(const std::future<int> &result)
-{
-    return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
-
-/// init_plug on a thread of its own, which already watches.
-class Monitor
-{
-public:
-    explicit Monitor(Testbed &testbed)
-    {
-        taken.clear();
-        testbed.addUsbDevice({1, 1, "Probe", ""});
-        // It takes an attached device when everything after that is going to be noticed.
-        m_result = std::async(std::launch::async, init_plug);
-        QTRY_COMPARE(taken.paths().size(), 1);
-        taken.clear();
-    }
-
-    ~Monitor()
-    {
-        if (m_result.valid() && !hasEnded()) {
-            stop();
-        }
-    }
-
-    Monitor(const Monitor &) = delete;
-    Monitor &operator=(const Monitor &) = delete;
-
-    bool hasEnded() const { return ::hasEnded(m_result); }
-
-    /// What init_plug returned.
-    int stop()
-    {
-        stop_plug();
-        return m_result.get();
-    }
-
-private:
-    std::future<int> m_result;
-};
 
 int openHandles()
 {
@@ -123,16 +50,6 @@ int runShortOfFiles(int files)
 
 } // namespace
 
-// Each device that is taken is asked for its node, which goes through here.
-extern "C" const char *udev_device_get_devnode(udev_device *device)
-{
-    using Function = const char *(*)(udev_device *);
-    static const auto original
-        = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "udev_device_get_devnode"));
-    taken.add(QString(udev_device_get_devpath(device)));
-    return original(device);
-}
-
 class tst_UsbMonitor_linux : public QObject
 {
     Q_OBJECT
@@ -145,11 +62,8 @@ private slots:
     void oneOfTheIteratorIsTaken();
     void plugInCountsReferences();
     void deviceWithoutNode();
-    void devicesComeAndGo();
-    void otherKindsAreNotNoticed();
     void oneAttachedDeviceIsTaken_data();
     void oneAttachedDeviceIsTaken();
-    void failureIsPrintedFromTheLoop();
     void stoppedBeforehand();
     void oneStopEndsOne();
     void fiftyStartsAndStops();
@@ -230,37 +144,8 @@ void tst_UsbMonitor_linux::deviceWithoutNode()
         udev_device_new_from_syspath(udev.get(), qPrintable("/sys" + path)));
     StdoutCapture capture;
     QVERIFY(getUSBDeviceInterface(&iterator) == nullptr);
-    QCOMPARE(capture.text(), kNoInterface);
+    QCOMPARE(capture.text(), QByteArray("Unable to create a device interface: 00000013\n"));
     QVERIFY(iterator.devices.empty());
-}
-
-void tst_UsbMonitor_linux::devicesComeAndGo()
-{
-    Testbed testbed;
-    Monitor monitor(testbed);
-    const QString first = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({first}));
-    testbed.removeUsbDevice(first);
-    QTRY_COMPARE(taken.paths(), QStringList({first, first}));
-    const QString second = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({first, first, second}));
-    QVERIFY(!monitor.hasEnded());
-    QCOMPARE(monitor.stop(), 0);
-}
-
-void tst_UsbMonitor_linux::otherKindsAreNotNoticed()
-{
-    Testbed testbed;
-    Monitor monitor(testbed);
-    // Its interfaces and what hangs on them are announced, too.
-    const QString device = testbed.addUsbDevice(kTarget);
-    testbed.addHidInterface(device, {0xFF31, 0x74, {}, {}});
-    testbed.addSerialPort(device, "/dev/cu.usbmodem14201");
-    testbed.removeUsbDevice(device);
-    const QString last = testbed.addUsbDevice(kTarget);
-    QTRY_VERIFY(taken.paths().contains(last));
-    QCOMPARE(taken.paths().count(device), 2);
-    QCOMPARE(taken.paths().size(), 3);
 }
 
 void tst_UsbMonitor_linux::oneAttachedDeviceIsTaken_data()
@@ -288,18 +173,6 @@ void tst_UsbMonitor_linux::oneAttachedDeviceIsTaken()
     QCOMPARE(taken.paths(), paths.mid(0, expected));
 }
 
-void tst_UsbMonitor_linux::failureIsPrintedFromTheLoop()
-{
-    Testbed testbed;
-    StdoutCapture capture;
-    const Monitor monitor(testbed);
-    QCOMPARE(capture.text(), QByteArray());
-    const QString nodeless = testbed.addUsbDevice({1, 1, "Nodeless", "", {{"DEVNAME", {}}}, {}});
-    QTRY_COMPARE(capture.text(), kNoInterface);
-    testbed.removeUsbDevice(nodeless);
-    QTRY_COMPARE(capture.text(), kNoInterface + kNoInterface);
-}
-
 void tst_UsbMonitor_linux::stoppedBeforehand()
 {
     Testbed testbed;
@@ -308,7 +181,7 @@ void tst_UsbMonitor_linux::stoppedBeforehand()
     QCOMPARE(init_plug(), 0);
     QCOMPARE(init_plug(), 0);
     // The next one has a stop of its own to wait for.
-    Monitor next(testbed);
+    UsbMonitorThread next(testbed);
     const QString device = testbed.addUsbDevice(kTarget);
     QTRY_COMPARE(taken.paths(), QStringList({device}));
     QVERIFY(!next.hasEnded());
