@@ -39,6 +39,7 @@ public:
         int usage = 0;
         QByteArray reportDescriptor; ///< Empty for one made by outputDescriptor().
         Values properties; ///< Overrides HID_ID, HID_NAME, HID_UNIQ and their like.
+        Values attributes = {}; ///< Overrides report_descriptor.
     };
 
     /// Receives each write to a HID node: the node and the bytes, first of them the report's id.

@@ -113,7 +113,8 @@ QString Testbed::Private::addHid(const QString &usbPath, const HidInterface &int
                       {"HID_PHYS", "usb-simulated/input" + QByteArray::number(number)},
                       {"HID_UNIQ", usb.serialNumber.toUtf8()}},
                      interface.properties);
-    hid.attributes = {{"report_descriptor", interface.reportDescriptor}};
+    hid.attributes
+        = overridden({{"report_descriptor", interface.reportDescriptor}}, interface.attributes);
     add(hid);
     return hid.path;
 }

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "device/HidPlugHook_p.h"
+#include "simulator/Testbed.h"
+#include "tests/device/PlugRecorder.h"
+
+#include <QtTest>
+
+// What the tests of the HID watch share: a device, what is to be reported of it, and the watch.
+
+inline const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
+inline const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
+inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+
+/// The arrival of a device that has already gone again.
+inline const Plug kUnknown = {1};
+
+inline Plug removal(Plug arrival)
+{
+    arrival.arrived = 0;
+    return arrival;
+}
+
+/// Watches while it lives.
+class Watch
+{
+public:
+    Watch() { startHidPlugWatch(); }
+    ~Watch() { stopHidPlugWatch(); }
+
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+};
+
+/// Turns the event loop until everything announced so far has been seen: a last device comes.
+inline void settle(Testbed &testbed, PlugRecorder &recorder)
+{
+    const QString last = testbed.addUsbDevice({1, 2, "last", ""});
+    testbed.addHidInterface(last, {1, 6, {}, {}});
+    const Plug arrival = {1, 1, 2, 6, 1, "last"};
+    QTRY_VERIFY(!recorder.plugs.isEmpty() && recorder.plugs.last() == arrival);
+    recorder.plugs.removeLast();
+}

@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "device/DeviceComm.h"
+#include "tests/device/HidWatch_linux.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTimer>
+#include <QtTest>
+
+#include <dlfcn.h>
+#include <libudev.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace {
+
+bool filesAreShort = false;
+
+/// Runs this program in another role; returns what it printed, an error text when it failed.
+QByteArray runAs(const QString &role)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {"--as", role});
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit
+        || process.exitCode() != 0) {
+        return "failed: " + process.readAllStandardError();
+    }
+    return process.readAllStandardOutput() + process.readAllStandardError();
+}
+
+void printPlug(int arrived, int vendorId, int productId, int /*usage*/, int /*usagePage*/,
+               const wchar_t * /*productName*/, void * /*context*/)
+{
+    std::printf("%d %x:%x\n", arrived, static_cast<unsigned>(vendorId),
+                static_cast<unsigned>(productId));
+}
+
+/// A program whose DeviceComm goes after its application.
+int outliveTheApplication(int argc, char *argv[])
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    QCoreApplication application(argc, argv);
+    DeviceComm::GetInst();
+    QTimer::singleShot(0, &application, &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
+
+/// A program that ends while reports wait.
+int leaveReportsBehind(int argc, char *argv[])
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    const QCoreApplication application(argc, argv);
+    DeviceComm::GetInst().startUpdate(0, 0);
+    return 0;
+}
+
+/// A program without any application.
+int doWithoutApplication()
+{
+    register_hid_plug_callback(printPlug, nullptr);
+    DeviceComm::GetInst().startUpdate(0, 0);
+    return 0;
+}
+
+/// A program in which no watch can be made.
+int doWithoutWatch(int argc, char *argv[])
+{
+    filesAreShort = true;
+    return outliveTheApplication(argc, argv);
+}
+
+} // namespace
+
+// A watch begins with this. When files are short, it finds none that it could open.
+extern "C" udev_monitor *udev_monitor_new_from_netlink(udev *udev, const char *name)
+{
+    using Function = udev_monitor *(*)(struct udev *, const char *);
+    static const auto original
+        = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "udev_monitor_new_from_netlink"));
+    rlimit before = {};
+    getrlimit(RLIMIT_NOFILE, &before);
+    if (filesAreShort) {
+        const int next = dup(STDIN_FILENO);
+        close(next);
+        const rlimit none = {static_cast<rlim_t>(next), before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    udev_monitor *const monitor = original(udev, name);
+    setrlimit(RLIMIT_NOFILE, &before);
+    return monitor;
+}
+
+class tst_HidPlugWatch_linux : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void startedTwice();
+    void fiftyStartsAndStops();
+    void stoppedReportsNothing();
+    void endOfTheProcess_data();
+    void endOfTheProcess();
+};
+
+void tst_HidPlugWatch_linux::cleanup()
+{
+    stopHidPlugWatch();
+    register_hid_plug_callback(nullptr, nullptr);
+}
+
+void tst_HidPlugWatch_linux::startedTwice()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const Watch watch;
+    startHidPlugWatch();
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
+}
+
+void tst_HidPlugWatch_linux::fiftyStartsAndStops()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    const auto handles = [] {
+        return QDir("/proc/self/fd")
+            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+            .size();
+    };
+    const int before = handles();
+    const int children = QCoreApplication::instance()->children().size();
+    QList<Plug> expected;
+    for (int round = 0; round < 50; ++round) {
+        const Watch watch;
+        expected.append(kArrival);
+        QTRY_COMPARE(recorder.plugs, expected);
+    }
+    QCOMPARE(handles(), before);
+    QCOMPARE(QCoreApplication::instance()->children().size(), children);
+}
+
+void tst_HidPlugWatch_linux::stoppedReportsNothing()
+{
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    PlugRecorder recorder;
+    {
+        const Watch watch; // its reports have no time to leave
+    }
+    const Watch watch;
+    settle(testbed, recorder);
+    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
+}
+
+void tst_HidPlugWatch_linux::endOfTheProcess_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<QByteArray>("printed");
+    QTest::newRow("application goes first") << "outlive" << QByteArray("1 7f3c:c51\n");
+    QTest::newRow("reports wait") << "leave" << QByteArray();
+    QTest::newRow("no application") << "without" << QByteArray();
+    QTest::newRow("no watch can be made") << "short" << QByteArray();
+}
+
+void tst_HidPlugWatch_linux::endOfTheProcess()
+{
+    QFETCH(const QString, role);
+    Testbed testbed;
+    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
+    QTEST(runAs(role), "printed");
+}
+
+int main(int argc, char *argv[])
+{
+    const QString role = argc == 3 && qstrcmp(argv[1], "--as") == 0 ? argv[2] : "";
+    if (role == "outlive") {
+        return outliveTheApplication(argc, argv);
+    }
+    if (role == "leave") {
+        return leaveReportsBehind(argc, argv);
+    }
+    if (role == "without") {
+        return doWithoutApplication();
+    }
+    if (role == "short") {
+        return doWithoutWatch(argc, argv);
+    }
+    QCoreApplication application(argc, argv);
+    tst_HidPlugWatch_linux test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_HidPlugWatch_linux.moc"
