@@ -28,10 +28,12 @@ std::vector<std::uint8_t> readReportDescriptor(udev_device *hid)
     return {content.begin(), content.begin() + file.gcount()};
 }
 
-std::string readName(udev_device *hid)
+std::string readName(udev_device *hid, const std::string &id)
 {
+    // Only a device that is on USB itself: above a Bluetooth keyboard there may be an adapter.
+    const bool isUsb = id.rfind("0003:", 0) == 0;
     udev_device *const usb
-        = udev_device_get_parent_with_subsystem_devtype(hid, "usb", "usb_device");
+        = isUsb ? udev_device_get_parent_with_subsystem_devtype(hid, "usb", "usb_device") : nullptr;
     const char *const product
         = usb != nullptr ? udev_device_get_sysattr_value(usb, "product") : nullptr;
     return orEmpty(product != nullptr ? product : udev_device_get_property_value(hid, "HID_NAME"));
@@ -44,8 +46,8 @@ HidProperties readProperties(udev_device *hidraw)
     if (hid == nullptr) {
         return {};
     }
-    const HidSysfs sysfs = {orEmpty(udev_device_get_property_value(hid, "HID_ID")), readName(hid),
-                            readReportDescriptor(hid)};
+    const std::string id = orEmpty(udev_device_get_property_value(hid, "HID_ID"));
+    const HidSysfs sysfs = {id, readName(hid, id), readReportDescriptor(hid)};
     return sysfs.properties();
 }
 

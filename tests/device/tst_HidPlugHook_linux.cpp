@@ -156,6 +156,13 @@ void tst_HidPlugHook_linux::propertiesAreRead_data()
         << id << name << QByteArray("Other") << kArrival;
     QTest::newRow("HID name only") << id << QByteArray() << QByteArray("Other") << named("Other");
     QTest::newRow("no name at all") << id << QByteArray() << QByteArray() << named("");
+    QTest::newRow("keyboard behind a Bluetooth adapter")
+        << QByteArray("0005:0000046D:0000B342") << QByteArray("Dongle") << QByteArray("Keyboard")
+        << Plug{1, 0x046D, 0xB342, 0x74, 0xFF31, "Keyboard"};
+    QTest::newRow("bus of other digits")
+        << QByteArray("00030:00007F3C:00000C51") << QByteArray("Other") << name << kArrival;
+    QTest::newRow("bus is unknown")
+        << QByteArray() << QByteArray("Other") << name << identified(0, 0);
     for (const int length : {1, 254, 255, 256, 10000}) {
         QTest::addRow("product of %d characters", length)
             << id << QByteArray(length, 'x') << name << named(QString(qMin(length, 255), 'x'));
