@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "device/HidPlugHook_p.h"
+#include "tests/device/PlugRecorder.h"
+#include "tests/doubles/HidManagerDouble.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+// What the tests of the HID watch share: a device, what is to be reported of it, and the watch.
+
+using Properties = HidManagerDouble::Properties;
+
+inline const Properties kTarget
+    = {{"VendorID", 0x7F3C},        {"ProductID", 0x0C51}, {"DeviceUsage", 0x74},
+       {"DeviceUsagePage", 0xFF31}, {"PrimaryUsage", 1},   {"PrimaryUsagePage", 2},
+       {"Product", u"Device"}};
+inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+
+inline Plug removal(Plug arrival)
+{
+    arrival.arrived = 0;
+    return arrival;
+}
+
+inline Properties named(const std::u16string &name)
+{
+    Properties properties = kTarget;
+    properties["Product"] = name;
+    return properties;
+}
+
+/// Turns the run loop until nothing is left to do.
+inline void turnRunLoop()
+{
+    while (CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1) == kCFRunLoopRunHandledSource) { }
+}
+
+/// Watches while it lives.
+class Watch
+{
+public:
+    Watch() { startHidPlugWatch(); }
+    ~Watch() { stopHidPlugWatch(); }
+
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+};
