@@ -49,7 +49,11 @@ Results parse(const QByteArray &output)
         // Where the benchmark takes the time itself, that is called the real one.
         const QString name = run["run_name"].toString();
         const char *const figure = name.endsWith("/manual_time") ? "real_time" : "cpu_time";
-        results[name.section('/', 0, 1)].add(run[figure].toDouble() / 1000);
+        const double nanoseconds = run[figure].toDouble();
+        if (nanoseconds <= 0) {
+            qFatal("%s cannot have taken %g ns", qUtf8Printable(name), nanoseconds);
+        }
+        results[name.section('/', 0, 1)].add(nanoseconds / 1000);
     }
     return results;
 }

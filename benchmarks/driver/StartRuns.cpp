@@ -21,6 +21,7 @@ struct Start
     Series libraries = {};
     Series residentLater = {};
     Series cpuLater = {};
+    Series faultsLater = {};
 };
 
 void once(Spectator &spectator, Start &start)
@@ -36,6 +37,7 @@ void once(Spectator &spectator, Start &start)
     start.libraries.add(later.libraries);
     start.residentLater.add(later.residentKilobytes / 1024);
     start.cpuLater.add(later.cpuMilliseconds);
+    start.faultsLater.add(later.pageFaults);
 }
 
 } // namespace
@@ -75,6 +77,8 @@ Rows StartRuns::run(Spectator &spectator, const Programs &programs, int rounds)
         {"Resident memory two seconds later", "MB", "b", ours.residentLater, b.residentLater,
          Row::Information, 0},
         {"Resident memory two seconds later", "MB", "a", ours.residentLater, a.residentLater,
+         Row::Information, 0},
+        {"Page faults in all, two seconds later", "", "c", ours.faultsLater, c.faultsLater,
          Row::Information, 0},
         {"CPU in all, two seconds later", "ms", "c", ours.cpuLater, c.cpuLater, Row::Information,
          0},
