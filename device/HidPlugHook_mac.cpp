@@ -25,10 +25,10 @@ int readNumber(IOHIDDeviceRef device, CFStringRef key)
     if (property == nullptr || CFGetTypeID(property) != CFNumberGetTypeID()) {
         return 0;
     }
-    // Read whole and cut to its low bits here: how the system cuts a number is its own affair.
-    SInt64 value = 0;
-    CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt64Type, &value);
-    return static_cast<int>(value);
+    SInt32 value = 0;
+    // Its result is no concern: of a number that is too large it gives what it can.
+    CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt32Type, &value);
+    return value;
 }
 
 int readUsage(IOHIDDeviceRef device, CFStringRef key, CFStringRef fallbackKey)

@@ -113,12 +113,13 @@ CFTypeID CFNumberGetTypeID()
 
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void *value)
 {
-    // Of smaller types it is not told what they get of a number that does not fit.
-    if (type != kCFNumberSInt64Type) {
+    if (type != kCFNumberSInt32Type) {
         fail("a number type that the double does not know");
     }
-    std::memcpy(value, &number->value, sizeof number->value);
-    return 1;
+    // Of one that does not fit only an approximation is promised; in practice its low bits come.
+    const auto cut = static_cast<SInt32>(number->value);
+    std::memcpy(value, &cut, sizeof cut);
+    return static_cast<Boolean>(cut == number->value);
 }
 
 CFIndex CFStringGetLength(CFStringRef string)

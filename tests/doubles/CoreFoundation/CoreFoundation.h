@@ -13,7 +13,6 @@ extern "C" {
 using Boolean = unsigned char;
 using UInt8 = std::uint8_t;
 using SInt32 = std::int32_t;
-using SInt64 = std::int64_t;
 using UInt32 = std::uint32_t;
 using CFIndex = long;
 using CFTypeID = unsigned long;
@@ -56,7 +55,7 @@ struct CFRunLoopSourceContext
 
 constexpr CFAllocatorRef kCFAllocatorDefault = nullptr;
 constexpr CFStringEncoding kCFStringEncodingUTF32LE = 0x1c000100;
-constexpr CFNumberType kCFNumberSInt64Type = 4;
+constexpr CFNumberType kCFNumberSInt32Type = 3;
 
 constexpr CFRunLoopRunResult kCFRunLoopRunFinished = 1;
 constexpr CFRunLoopRunResult kCFRunLoopRunStopped = 2;
