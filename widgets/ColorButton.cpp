@@ -54,7 +54,7 @@ void ColorButton::mousePressEvent(QMouseEvent *event)
     }
     const QPointer<ColorButton> self(this);
     QRadioButton::mousePressEvent(event);
-    if (self) {
+    if (!self.isNull()) {
         update();
     }
 }
@@ -66,7 +66,7 @@ void ColorButton::mouseReleaseEvent(QMouseEvent *event)
     }
     const QPointer<ColorButton> self(this);
     QRadioButton::mouseReleaseEvent(event);
-    if (self) {
+    if (!self.isNull()) {
         update();
     }
 }
