@@ -20,9 +20,10 @@ public:
 
     bool isEmpty() const { return m_bytes.isEmpty(); }
     int byte() { return static_cast<std::uint8_t>(take(1).front()); }
-    int number()
+    /// As the processor has it in memory.
+    template <class Number> Number number()
     {
-        int result = 0;
+        Number result = 0;
         std::memcpy(&result, take(sizeof result).constData(), sizeof result);
         return result;
     }

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: what the host sends, in chunks; one with an odd mark is sent as a frame of its own.
+// Input: what the host sends, as BootloaderHost reads it.
 
-#include "simulator/Bootloader.h"
-#include "tests/fuzz/FuzzBytes.h"
+#include "tests/fuzz/BootloaderHost.h"
 
 #include <cstdlib>
 
@@ -13,12 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FuzzBytes input(data, size);
     Bootloader bootloader;
     while (!input.isEmpty()) {
-        const int mark = input.byte();
-        const QByteArray chunk = input.chunk();
-        if (mark == 0xFF) {
-            bootloader.reset();
-        }
-        bootloader.receive(mark % 2 == 1 ? Slip::encode(chunk) : chunk);
+        BootloaderHost::sendNext(bootloader, input);
         const bool fits = bootloader.imageBytesReceived() <= Bootloader::kMaxImageSize
             && bootloader.initPacket().size() <= Bootloader::kMaxCommandSize;
         if (!fits || bootloader.isFinished() == bootloader.image().isEmpty()) {

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: the picture's and the target's size, four source and four target borders.
+// Input: the picture's size, the two flags, the target's place and size, four source and four
+// target borders.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
 #include "widgets/NinePatchPainter.h"
+#include "widgets/NinePatchPainter_p.h"
 
 #include <QPainter>
 #include <QPixmap>
@@ -14,14 +16,40 @@
 
 namespace {
 
-/// Small enough to be painted or so large that there is no such picture: anything between only
-/// takes memory and time.
-int border(FuzzBytes &input)
+using Borders = std::array<int, 4>;
+
+Borders borders(FuzzBytes &input)
 {
-    const int number = input.number();
-    const bool isSmall = number > -300 && number < 300;
-    const bool isHuge = number < -0x20000000 || number > 0x20000000;
-    return isSmall || isHuge ? number : number % 300;
+    Borders all = {};
+    for (int &each : all) {
+        each = input.number<qint32>();
+    }
+    return all;
+}
+
+/// Pixels that are made to paint the pieces; of one that is beyond the painter's limit, none.
+qint64 pixels(const QRect &target, const Borders &borders)
+{
+    constexpr qint64 kPaintersLimit = 1 << 27;
+    const NinePatchPainterPrivate layout(QPixmap(), 0, 0, 0, 0, true, true);
+    qint64 sum = 0;
+    for (const QRect &piece :
+         layout.calculateNinePatchRects(target, borders[0], borders[1], borders[2], borders[3])) {
+        const qint64 area = qint64(piece.width()) * piece.height();
+        sum += piece.isValid() && area <= kPaintersLimit ? area : 0;
+    }
+    return sum;
+}
+
+/// Halves all of them until they are painted in a moment.
+void makeCheap(QRect *target, Borders *borders)
+{
+    while (pixels(*target, *borders) > 1 << 22) {
+        target->setSize({target->width() / 2, target->height() / 2});
+        for (int &each : *borders) {
+            each /= 2;
+        }
+    }
 }
 
 } // namespace
@@ -35,19 +63,24 @@ extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzBytes input(data, size);
-    QPixmap picture(input.byte(), input.byte());
+    const int pictureWidth = input.byte();
+    QPixmap picture(pictureWidth, input.byte());
     if (!picture.isNull()) {
         picture.fill(Qt::red);
     }
-    const QRect target(0, 0, input.byte(), input.byte());
-    std::array<int, 8> borders = {};
-    for (int &each : borders) {
-        each = border(input);
-    }
-    const NinePatchPainter patches(picture, borders[0], borders[1], borders[2], borders[3], true,
-                                   true);
+    const int flags = input.byte();
+    const int x = input.number<qint16>();
+    const int y = input.number<qint16>();
+    const int width = input.number<qint16>();
+    QRect target(x, y, width, input.number<qint16>());
+    const Borders source = borders(input);
+    Borders shown = borders(input);
+    makeCheap(&target, &shown);
+
+    const NinePatchPainter patches(picture, source[0], source[1], source[2], source[3],
+                                   (flags & 1) != 0, (flags & 2) != 0);
     QImage canvas(256, 256, QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&canvas);
-    patches.paint(&painter, target, borders[4], borders[5], borders[6], borders[7]);
+    patches.paint(&painter, target, shown[0], shown[1], shown[2], shown[3]);
     return 0;
 }

@@ -6,6 +6,7 @@
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
+#include "tests/support/PointerEvents.h"
 #include "widgets/FuncButton.h"
 #include "widgets/IconButton.h"
 #include "widgets/ImageButton.h"
@@ -18,23 +19,52 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 
+using PointerEvents::Open;
+
 namespace {
 
-/// Looks of one button from all its pictures' frames.
-template <class Button> void paint(Button &button)
+// A class without a mark stays as it is.
+void mark(QWidget & /*button*/) { }
+
+void mark(tabButton &button)
 {
-    button.resize(40, 20);
-    for (const QEvent::Type type : {QEvent::None, QEvent::Enter, QEvent::EnabledChange}) {
-        QEvent event(type);
-        QCoreApplication::sendEvent(&button, &event);
-        button.setEnabled(type != QEvent::EnabledChange);
+    button.setTabCheck(true);
+}
+
+void mark(FuncButton &button)
+{
+    button.setCheck(true);
+}
+
+void mark(SwitchButton &button)
+{
+    button.setCheck(true);
+}
+
+template <class Button> void paintStates(Open<Button> &button)
+{
+    button.setEnabled(true);
+    for (const auto action :
+         {PointerEvents::Leave, PointerEvents::Enter, PointerEvents::LeftPress}) {
+        PointerEvents::call(button, action);
         button.grab();
     }
+    button.setEnabled(false);
+    button.grab();
+}
+
+/// Looks of one button from all its pictures' frames.
+template <class Button> void paint(Open<Button> &button)
+{
+    button.resize(40, 20);
+    paintStates(button);
+    mark(button);
+    paintStates(button);
 }
 
 template <class Button> void paintTitled(const QString &path, int count)
 {
-    Button button(nullptr, "Title");
+    Open<Button> button(nullptr, "Title");
     button.setBkgPixmap(path, count);
     button.setIconPixmap(path, count, QRect(count, 2, 10, 10));
     paint(button);
@@ -42,7 +72,7 @@ template <class Button> void paintTitled(const QString &path, int count)
 
 template <class Button> void paintStrip(const QString &path)
 {
-    Button button;
+    Open<Button> button;
     button.setPixmap(path);
     paint(button);
 }
@@ -51,7 +81,7 @@ void paintClass(int which, const QString &path, int count)
 {
     switch (which % 7) {
     case 0: {
-        MButton button;
+        Open<MButton> button;
         button.setPixmap(path, count);
         paint(button);
         break;
@@ -63,13 +93,13 @@ void paintClass(int which, const QString &path, int count)
         paintStrip<tabButton>(path);
         break;
     case 3: {
-        FuncButton button(nullptr, "Title");
+        Open<FuncButton> button(nullptr, "Title");
         button.setPixmap(path, path);
         paint(button);
         break;
     }
     case 4: {
-        SwitchButton button;
+        Open<SwitchButton> button;
         button.setPixmap(path, path);
         paint(button);
         break;

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: events of an upgrade, one byte each, with what belongs to them behind it.
+// Input: events of an upgrade, one byte each, with what belongs to them behind it: a chunk with its
+// length, or all that is left as one.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
@@ -21,14 +22,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     subject.click(true, true);
     while (!input.isEmpty()) {
         const int event = input.byte();
+        const auto chunk = [&] {
+            return (event & 8) != 0 ? input.rest() : input.chunk();
+        };
         switch (event % 8) {
         case 0:
         case 1:
         case 2:
-            subject.say(input.chunk(), event % 8 != 0);
+            subject.say(chunk(), event % 8 != 0);
             break;
         case 3:
-            subject.complain(input.chunk());
+            subject.complain(chunk());
             break;
         case 4:
             subject.tick(event / 32, input.byte());

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "simulator/Bootloader.h"
+#include "tests/fuzz/FuzzBytes.h"
+
+/// What the input of the bootloader's target says: chunks with their lengths, each behind a mark.
+namespace BootloaderHost {
+
+constexpr int kFramed = 1; ///< any odd mark
+constexpr int kResetFirst = 0xFF;
+
+/// Sends the next chunk; one with an odd mark as a frame of its own.
+inline void sendNext(Bootloader &bootloader, FuzzBytes &input)
+{
+    const int mark = input.byte();
+    const QByteArray chunk = input.chunk();
+    if (mark == kResetFirst) {
+        bootloader.reset();
+    }
+    bootloader.receive((mark & kFramed) != 0 ? Slip::encode(chunk) : chunk);
+}
+
+} // namespace BootloaderHost
