@@ -11,7 +11,7 @@
 #include <chrono>
 #include <thread>
 
-std::function<void()> LibraryHooks::insteadOfSleep;
+std::function<void(unsigned long secs)> LibraryHooks::insteadOfSleep;
 std::function<void()> LibraryHooks::beforeHidOpen;
 
 // These definitions go before those of the libraries, for whatever is linked into this program.
@@ -19,7 +19,7 @@ std::function<void()> LibraryHooks::beforeHidOpen;
 void QThread::sleep(unsigned long secs)
 {
     if (LibraryHooks::insteadOfSleep) {
-        LibraryHooks::insteadOfSleep();
+        LibraryHooks::insteadOfSleep(secs);
         return;
     }
     std::this_thread::sleep_for(std::chrono::seconds(secs));

@@ -9,8 +9,8 @@
 /// A program that links this calls what stands here, on the GUI thread; empty ones do nothing.
 namespace LibraryHooks {
 
-/// Instead of the wait for the device. Empty: the wait itself.
-extern std::function<void()> insteadOfSleep;
+/// Instead of the wait for the device, with its length. Empty: the wait itself.
+extern std::function<void(unsigned long secs)> insteadOfSleep;
 
 /// Between the search for HID devices and the opening of one.
 extern std::function<void()> beforeHidOpen;

@@ -7,8 +7,7 @@
 
 #include <QtTest>
 
-#include <chrono>
-#include <thread>
+#include <numeric>
 
 namespace {
 
@@ -122,21 +121,18 @@ void tst_DeviceFaults::port()
     for (const QString &node : early) {
         m_stage->addPort(node);
     }
-    const auto plugIn = [this](std::chrono::steady_clock::time_point begin, int after) {
-        std::this_thread::sleep_until(begin + std::chrono::milliseconds(after));
-        m_stage->addPort(kPort);
-    };
-    std::chrono::steady_clock::time_point begin;
-    LibraryHooks::insteadOfSleep = [&] {
-        begin = std::chrono::steady_clock::now();
-        if (lateAfter != kNever && lateAfter < 2000) {
-            plugIn(begin, lateAfter);
+    // The wait goes by at once: what would have come in its time is there at its end.
+    int waited = 0;
+    LibraryHooks::insteadOfSleep = [&](unsigned long secs) {
+        const int before = waited;
+        waited += static_cast<int>(secs) * 1000;
+        if (before < lateAfter && lateAfter <= waited) {
+            m_stage->addPort(kPort);
         }
-        std::this_thread::sleep_until(begin + std::chrono::seconds(2));
     };
     m_stage->click();
-    if (lateAfter > 2000) {
-        plugIn(begin, lateAfter);
+    if (lateAfter > waited) {
+        m_stage->addPort(kPort);
     }
     QTRY_COMPARE(m_stage->tool->starts(), outcome.processes);
     QCOMPARE(Outcome::of(*m_stage), outcome);
@@ -146,31 +142,47 @@ void tst_DeviceFaults::port()
 void tst_DeviceFaults::trigger_data()
 {
     QTest::addColumn<Setting>("setting");
+    QTest::addColumn<QList<int>>("tries"); // to open each interface
     QTest::addColumn<int>("reports");
     QTest::addColumn<Outcome>("outcome");
 
-    QTest::newRow("nothing wrong") << oneInterface(0x7F3C, 0x0C51, 0xFF31, 0x74) << 1 << kRuns;
-    QTest::newRow("wrong vendor") << oneInterface(0x7F3D, 0x0C51, 0xFF31, 0x74) << 0 << kNoPort;
-    QTest::newRow("wrong product") << oneInterface(0x7F3C, 0x0C50, 0xFF31, 0x74) << 0 << kNoPort;
-    QTest::newRow("wrong usage page") << oneInterface(0x7F3C, 0x0C51, 0xFF32, 0x74) << 0 << kNoPort;
-    QTest::newRow("wrong usage") << oneInterface(0x7F3C, 0x0C51, 0xFF31, 0x73) << 0 << kNoPort;
-    QTest::newRow("two interfaces") << twoInterfaces(false, false) << 2 << kRuns;
-    QTest::newRow("first open fails") << twoInterfaces(true, false) << 1 << kRuns;
-    QTest::newRow("second open fails") << twoInterfaces(false, true) << 1 << kRuns;
-    QTest::newRow("all opens fail") << twoInterfaces(true, true) << 0 << kNoPort;
-    QTest::newRow("write fails") << Setting(writeFails) << 0 << kNoPort;
-    QTest::newRow("gone between search and open") << Setting(goneBeforeOpen) << 0 << kNoPort;
+    using L = QList<int>;
+    QTest::newRow("nothing wrong")
+        << oneInterface(0x7F3C, 0x0C51, 0xFF31, 0x74) << L{1} << 1 << kRuns;
+    QTest::newRow("wrong vendor") << oneInterface(0x7F3D, 0x0C51, 0xFF31, 0x74) << L{0} << 0
+                                  << kNoPort;
+    QTest::newRow("wrong product")
+        << oneInterface(0x7F3C, 0x0C50, 0xFF31, 0x74) << L{0} << 0 << kNoPort;
+    QTest::newRow("wrong usage page")
+        << oneInterface(0x7F3C, 0x0C51, 0xFF32, 0x74) << L{0} << 0 << kNoPort;
+    QTest::newRow("wrong usage") << oneInterface(0x7F3C, 0x0C51, 0xFF31, 0x73) << L{0} << 0
+                                 << kNoPort;
+    QTest::newRow("two interfaces") << twoInterfaces(false, false) << L{1, 1} << 2 << kRuns;
+    QTest::newRow("first open fails") << twoInterfaces(true, false) << L{1, 1} << 1 << kRuns;
+    QTest::newRow("second open fails") << twoInterfaces(false, true) << L{1, 1} << 1 << kRuns;
+    QTest::newRow("all opens fail") << twoInterfaces(true, true) << L{1, 1} << 0 << kNoPort;
+    QTest::newRow("write fails") << Setting(writeFails) << L{1} << 0 << kNoPort;
+    QTest::newRow("gone between search and open")
+        << Setting(goneBeforeOpen) << L{1} << 0 << kNoPort;
 }
 
 void tst_DeviceFaults::trigger()
 {
     QFETCH(Setting, setting);
+    QFETCH(QList<int>, tries);
     QFETCH(int, reports);
     QFETCH(Outcome, outcome);
 
     const QStringList nodes = setting(*m_stage);
+    int tried = 0;
+    LibraryHooks::beforeHidOpen = [&tried, then = LibraryHooks::beforeHidOpen] {
+        ++tried;
+        if (then) {
+            then();
+        }
+    };
     int seen = 0;
-    LibraryHooks::insteadOfSleep = [&] {
+    LibraryHooks::insteadOfSleep = [&](unsigned long /*secs*/) {
         for (const QString &node : nodes) {
             seen += m_stage->testbed->reports(node).size();
         }
@@ -179,6 +191,10 @@ void tst_DeviceFaults::trigger()
         }
     };
     m_stage->click();
+    QCOMPARE(tried, std::accumulate(tries.begin(), tries.end(), 0));
+    for (int i = 0; i < nodes.size(); ++i) {
+        QCOMPARE(m_stage->testbed->handlesSoFar(nodes.at(i)), tries.at(i)); // failed ones, too
+    }
     QCOMPARE(seen, reports);
     QTRY_COMPARE(m_stage->tool->starts(), outcome.processes);
     QCOMPARE(Outcome::of(*m_stage), outcome);

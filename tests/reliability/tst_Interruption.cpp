@@ -207,7 +207,7 @@ void tst_Interruption::runSequence()
             reach(FoundNoPort);
         }
     };
-    LibraryHooks::insteadOfSleep = [this] {
+    LibraryHooks::insteadOfSleep = [this](unsigned long /*secs*/) {
         m_isAsked = true;
         const bool takesIt = !m_hid.isEmpty() && !m_stage->testbed->reports(m_hid).isEmpty();
         reach(AskedTheDevice);

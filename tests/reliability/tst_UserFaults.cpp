@@ -201,7 +201,7 @@ void tst_UserFaults::clicksWhileFrozen()
     QFETCH(bool, portComes);
 
     int waits = 0;
-    LibraryHooks::insteadOfSleep = [&] {
+    LibraryHooks::insteadOfSleep = [&](unsigned long /*secs*/) {
         if (++waits > 1) {
             return;
         }
