@@ -23,6 +23,16 @@ struct Unread
 
 MachineDouble *machine = nullptr;
 QHash<const QProcess *, Unread> unread;
+QtMessageHandler otherHandler = nullptr;
+
+void countLine(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtDebugMsg && qstrcmp(context.category, "default") == 0) {
+        ++machine->logLines;
+        return;
+    }
+    otherHandler(type, context, text);
+}
 
 } // namespace
 
@@ -83,6 +93,7 @@ MachineDouble::MachineDouble()
 {
     Q_ASSERT(machine == nullptr);
     machine = this;
+    otherHandler = qInstallMessageHandler(countLine);
 }
 
 MachineDouble::~MachineDouble()
@@ -94,6 +105,7 @@ MachineDouble::~MachineDouble()
         delete tool.data();
     }
     unread.clear();
+    qInstallMessageHandler(otherHandler);
     machine = nullptr;
 }
 

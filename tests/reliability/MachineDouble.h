@@ -11,8 +11,8 @@
 #include <QVector>
 
 /// Stands in for all that the window meets outside itself: child processes, serial ports, HID
-/// devices and the time. A program that links it starts nothing, waits for nothing and sees no
-/// device of the machine, so that an upgrade takes microseconds. One at a time.
+/// devices, the time and the log. A program that links it starts nothing, waits for nothing and
+/// sees no device of the machine, so that an upgrade takes microseconds. One at a time.
 class MachineDouble
 {
 public:
@@ -28,6 +28,8 @@ public:
 
     /// How often devices were looked for to be asked into their bootloader.
     int triggers = 0;
+    /// Debug lines so far. They go nowhere.
+    int logLines = 0;
     /// The tool of each upgrade and its timer, oldest first; null once deleted.
     QVector<QPointer<QProcess>> tools;
     QVector<QPointer<QTimer>> timers;

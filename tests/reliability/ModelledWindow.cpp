@@ -99,6 +99,7 @@ QString ModelledWindow::difference() const
         + unequal("bar", filledPixels(m_window), visibleFill(m_model.progress))
         + unequal("window", m_window.isVisible(), m_model.isVisible)
         + unequal("requests", m_machine.triggers, m_model.triggers)
+        + unequal("log lines", m_machine.logLines, m_model.logLines)
         + unequal("tools", m_machine.tools.size(), m_model.started)
         + unequal("timers", m_machine.timers.size(), m_model.timers.size());
     if (!found.isEmpty()) {

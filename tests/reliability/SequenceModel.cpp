@@ -20,6 +20,7 @@ void SequenceModel::click(bool portAtOnce, bool portLater)
     }
     m_counter = 0;
     progress = 0;
+    logLines += 2; // chmod's two channels
     hasProcess = false;
     m_unread.clear();
     if (!portAtOnce) {
@@ -41,6 +42,7 @@ void SequenceModel::say(const QByteArray &chunk, bool noticed)
 {
     m_unread += chunk;
     if (noticed) {
+        ++logLines;
         search(m_unread);
         m_unread.clear();
     }
@@ -48,6 +50,7 @@ void SequenceModel::say(const QByteArray &chunk, bool noticed)
 
 void SequenceModel::complain(const QByteArray &chunk)
 {
+    ++logLines;
     status = QString::fromUtf8(visible(chunk));
     canClick = true;
 }
@@ -63,6 +66,7 @@ void SequenceModel::tick(int index)
             timers.last() = Stopped;
         }
     }
+    ++logLines; // also when nothing has come
     search(m_unread);
     m_unread.clear();
 }

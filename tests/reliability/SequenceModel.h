@@ -20,6 +20,7 @@ struct SequenceModel
     bool hasProcess = false;
     int started = 0; ///< tools so far
     int triggers = 0; ///< requests to the device so far
+    int logLines = 0; ///< debug lines so far
     QVector<Timer> timers; ///< of each upgrade that came as far, oldest first
 
     /// A click while the port is there at once, and once the device had its two seconds.

@@ -29,14 +29,6 @@ const QVector<QByteArray> kChunks = {
     "",
 };
 
-/// What the program says to its log on the way is not looked at here.
-void swallow(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
-{
-    if (type != QtDebugMsg) {
-        fprintf(stderr, "%s\n", qPrintable(text));
-    }
-}
-
 class Walk
 {
 public:
@@ -110,13 +102,8 @@ class tst_SequenceModel : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_otherHandler = qInstallMessageHandler(swallow); }
-    void cleanupTestCase() { qInstallMessageHandler(m_otherHandler); }
     void walks_data();
     void walks();
-
-private:
-    QtMessageHandler m_otherHandler = nullptr;
 };
 
 void tst_SequenceModel::walks_data()
