@@ -74,7 +74,7 @@ void tst_RealDevice::upgrade()
     QCOMPARE(device.reports(), reports);
     QCOMPARE(device.images(), QList<QByteArray>{stage.imageHash()});
     QTRY_COMPARE(device.timesAway().size(), inBootloader ? 1 : 2);
-    QVERIFY(qAbs(device.timesAway().first() - returnAfter) < kTolerance);
+    QVERIFY(device.timesAway().first() > returnAfter - kTolerance);
     QVERIFY(stage.close());
 }
 
@@ -112,7 +112,8 @@ void tst_RealDevice::deviceComesBackTooLate()
     QVERIFY(device.images().isEmpty());
 
     QTRY_COMPARE(DeviceProcess::ports(), 1);
-    QVERIFY(qAbs(device.timesAway().first() - 2500) < kTolerance);
+    QTRY_COMPARE(device.timesAway().size(), 1); // it tells a moment after its port is there
+    QVERIFY(device.timesAway().first() > 2500 - kTolerance);
     stage.clickUpgrade();
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     QCOMPARE(device.reports(), kTheReport);
