@@ -3,17 +3,19 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QPixmapCache>
 #include <QTimer>
 #include <QWidget>
 
 #include <cstdio>
 
-// A library that a test has loaded into the program as it ships, to tell from inside what a screen
-// reader finds there: the name of each button on a line of its own. Then it ends the program.
+// A library that a test has loaded into the program as it ships, to tell from inside what cannot be
+// seen from outside, each on a line of its own: the names that a screen reader finds for the
+// buttons, and how many kilobytes of pictures Qt may keep. Then it ends the program.
 
 namespace {
 
-void tellButtons()
+void tell()
 {
     for (QWidget *window : QApplication::topLevelWidgets()) {
         const QAccessibleInterface *root = QAccessible::queryAccessibleInterface(window);
@@ -24,13 +26,14 @@ void tellButtons()
             }
         }
     }
+    std::printf("%d kB\n", QPixmapCache::cacheLimit());
     QCoreApplication::quit();
 }
 
 /// Called within the application object's constructor; the window is there once events are handled.
 void waitForWindow()
 {
-    QTimer::singleShot(0, tellButtons);
+    QTimer::singleShot(0, tell);
 }
 
 } // namespace
