@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "device/HidPlugHook_p.h"
 #include "simulator/Testbed.h"
+#include "tests/device/HidWatch.h"
 #include "tests/device/PlugRecorder.h"
 
 #include <QtTest>
@@ -23,17 +23,6 @@ inline Plug removal(Plug arrival)
     arrival.arrived = 0;
     return arrival;
 }
-
-/// Watches while it lives.
-class Watch
-{
-public:
-    Watch() { startHidPlugWatch(); }
-    ~Watch() { stopHidPlugWatch(); }
-
-    Watch(const Watch &) = delete;
-    Watch &operator=(const Watch &) = delete;
-};
 
 /// Turns the event loop until everything announced so far has been seen: a last device comes.
 inline void settle(Testbed &testbed, PlugRecorder &recorder)

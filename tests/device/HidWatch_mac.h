@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "device/HidPlugHook_p.h"
+#include "tests/device/HidWatch.h"
 #include "tests/device/PlugRecorder.h"
 #include "tests/doubles/HidManagerDouble.h"
 
@@ -37,14 +37,3 @@ inline void turnRunLoop()
 {
     while (CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1) == kCFRunLoopRunHandledSource) { }
 }
-
-/// Watches while it lives.
-class Watch
-{
-public:
-    Watch() { startHidPlugWatch(); }
-    ~Watch() { stopHidPlugWatch(); }
-
-    Watch(const Watch &) = delete;
-    Watch &operator=(const Watch &) = delete;
-};

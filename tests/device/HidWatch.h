@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "device/HidPlugHook_p.h"
+
+/// Watches while it lives.
+class Watch
+{
+public:
+    Watch() { startHidPlugWatch(); }
+    ~Watch() { stopHidPlugWatch(); }
+
+    Watch(const Watch &) = delete;
+    Watch &operator=(const Watch &) = delete;
+};
