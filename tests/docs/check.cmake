@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The documents lead nowhere into the void, and the manual of the kit leaves no class out.
+# Every link in the documents has a target, and the manual of the kit has a section on each class.
 cmake_minimum_required(VERSION 3.25)
 
 file(GLOB documents ${ROOT}/*.md ${ROOT}/docs/*.md)
