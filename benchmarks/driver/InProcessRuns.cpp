@@ -73,11 +73,11 @@ Rows InProcessRuns::run(const QString &path, const Program::Variables &variables
         return Row{what, "µs", floor, ours, floors, kind, target};
     };
     return {
-        row("Line of success to status text", "success", "slot", Row::Drifting, 1.25),
-        row("Line of an error to status text", "error", "slot", Row::Drifting, 1.25),
-        row("Line of an error to status text", "error", "slot and log", Row::Drifting, 1.25),
-        row("CPU to drain a megabyte", "drain", "search", Row::Drifting, 1.15),
-        row("CPU to drain a megabyte", "drain", "search and log", Row::Drifting, 1.15),
+        row("Success line to status text", "success", "slot", Row::Drifting, 1.25),
+        row("Error line to status text", "error", "slot", Row::Drifting, 1.25),
+        row("Error line to status text", "error", "slot and log", Row::Drifting, 1.25),
+        row("CPU to read 1 MB of output", "drain", "search", Row::Drifting, 1.15),
+        row("CPU to read 1 MB of output", "drain", "search and log", Row::Drifting, 1.15),
         row("Click to the tool's first output", "click", "calls", Row::Drifting, 1.15),
         row("Nine-patch paint", "nine-patch", "flat", Row::Drifting, 1.05),
         row("Bar paint", "bar", "flat", Row::Drifting, 1.05),

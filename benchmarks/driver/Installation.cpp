@@ -73,7 +73,7 @@ Rows Installation::rows() const
     const double needed = readelf.readAllStandardOutput().count("(NEEDED)");
     const double size = static_cast<double>(QFileInfo(program()).size()) / 1000;
     return {
-        {"Stripped program", "kB", "", one(size), {}, Row::Gate, kLargestFile},
-        {"Libraries that it names", "", "", one(needed), {}, Row::Gate, kMostLibraries},
+        {"Size of the stripped program", "kB", "", one(size), {}, Row::Gate, kLargestFile},
+        {"Directly linked libraries", "", "", one(needed), {}, Row::Gate, kMostLibraries},
     };
 }

@@ -142,8 +142,9 @@ QByteArray Report::picture(const Rows &rows)
     QByteArray svg;
     const int height = kTop + shown.size() * kStep + 10;
     Canvas canvas(&svg, kLabels + static_cast<int>(kScale * kLargest) + 110, height);
-    canvas.text(12, 22,
-                "FW Update against its floors: ratio of medians; the black mark is the target");
+    canvas.text(
+        12, 22,
+        "FW Update compared with its floors: ratio of the medians; the black mark is the target");
     canvas.text(kLabels + kScale, kTop - 6, "1", "middle");
     canvas.rectangle(kLabels + kScale, kTop, 1, height - kTop - 10, "#a0a0a0");
     for (int i = 0; i < shown.size(); ++i) {

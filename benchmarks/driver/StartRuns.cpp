@@ -78,9 +78,8 @@ Rows StartRuns::run(Spectator &spectator, const Programs &programs, int rounds)
          Row::Information, 0},
         {"Resident memory two seconds later", "MB", "a", ours.residentLater, a.residentLater,
          Row::Information, 0},
-        {"Page faults in all, two seconds later", "", "c", ours.faultsLater, c.faultsLater,
+        {"Page faults, two seconds later", "", "c", ours.faultsLater, c.faultsLater,
          Row::Information, 0},
-        {"CPU in all, two seconds later", "ms", "c", ours.cpuLater, c.cpuLater, Row::Information,
-         0},
+        {"CPU, two seconds later", "ms", "c", ours.cpuLater, c.cpuLater, Row::Information, 0},
     };
 }
