@@ -2,11 +2,11 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 #
-# What the checks share: one line for each thing looked at, and a count of what failed.
+# Shared by the checks: prints a line for each check and counts failures.
 
 failures=0
 
-# expect TEXT COMMAND...: TEXT is true when COMMAND succeeds; what COMMAND says is shown if not.
+# expect TEXT COMMAND...: checks that COMMAND succeeds; otherwise shows its output below TEXT.
 expect() {
     local text=$1 output
     shift
@@ -19,7 +19,7 @@ expect() {
     fi
 }
 
-# reject TEXT COMMAND...: the same for a COMMAND that must not succeed.
+# reject TEXT COMMAND...: checks that COMMAND fails.
 reject() {
     local text=$1
     shift
@@ -30,7 +30,7 @@ not() {
     ! "$@"
 }
 
-# contains TEXT PATTERN: PATTERN is an extended regular expression for a line.
+# contains TEXT PATTERN: PATTERN is an extended regular expression that matches a line.
 contains() {
     grep -Eq -- "$2" <<<"$1" || { printf '%s\n' "$1"; return 1; }
 }

