@@ -1,34 +1,34 @@
 # SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
-# Sourced by the commands in the root: install_missing PACKAGE… and what they need.
+# Sourced by the scripts: the lists of Debian packages, and install_missing PACKAGE…
 # shellcheck shell=bash disable=SC2034
 
 build_packages=(
     cmake ninja-build g++ pkg-config
     qtbase5-dev libqt5serialport5-dev libhidapi-dev libudev-dev)
 
-# The simulated device and the screen in front of which tests and demo run. The private headers are
-# for tests, but nothing can be configured without them.
+# The simulated device and the virtual screen. Only tests use the private headers, but the build
+# cannot be configured without them.
 simulator_packages=(
     umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
     libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
 
-# What only the tests need.
+# Only for tests.
 test_packages=(doxygen qttools5-dev)
 
-# What the fuzz targets are built with.
+# Compiler for the fuzz targets.
 fuzz_packages=(clang libclang-rt-14-dev)
 
-# What looks at the sources and the running program.
+# Linters and dynamic analysis.
 quality_packages=(clang-format clang-tidy cppcheck clazy gcovr valgrind xdotool)
 
-# What measures the program.
+# Benchmarks.
 benchmark_packages=(binutils libbenchmark-dev libxdamage-dev)
 
-# The emulated machine, which sees this one's files and runs some of them.
+# The virtual machine, which also runs programs from the host's file system.
 machine_packages=(qemu-system-x86 busybox-static udev systemd)
 
-# What makes the packages and looks at them.
+# Builds and checks the packages.
 packaging_packages=(
     appstream desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian procps
     python3 strace udev xdotool)
@@ -37,11 +37,11 @@ is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
 }
 
-# Installs those of the given Debian packages that are not there yet.
+# Installs those of the given Debian packages that are missing.
 install_missing() {
     local package missing=() as_root=()
     if ! command -v apt-get >/dev/null; then
-        echo "There is no apt here; these Debian packages or their like have to be there: $*" >&2
+        echo "There is no apt here. Install the equivalents of these Debian packages: $*" >&2
         return 0
     fi
     for package in "$@"; do
@@ -53,16 +53,16 @@ install_missing() {
     if [ "$(id -u)" -ne 0 ]; then
         as_root=(sudo)
         if ! command -v sudo >/dev/null; then
-            echo "These packages are missing, and only root can install them: ${missing[*]}" >&2
+            echo "These packages are missing; run as root or install sudo: ${missing[*]}" >&2
             return 1
         fi
     fi
     echo "installing: ${missing[*]}"
-    # An archive that cannot be reached may not be the one that is needed.
+    # If an archive cannot be reached, the packages may still come from another one.
     "${as_root[@]}" apt-get update -qq || true
     if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y \
         --no-install-recommends "${missing[@]}" >/dev/null; then
-        echo "These packages are missing and could not be installed: ${missing[*]}" >&2
+        echo "These packages could not be installed: ${missing[*]}" >&2
         return 1
     fi
 }

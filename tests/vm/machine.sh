@@ -1,18 +1,18 @@
 # SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
 #
-# Functions that get a kernel and start a machine with it, for tests/vm/run, whose $checkout and $vm
-# they use. They write below $vm only.
+# Functions for tests/vm/run that download a kernel and start a virtual machine with it. They use
+# $checkout and $vm, and write to $vm only.
 # shellcheck shell=bash disable=SC2034,SC2154
 
-# What the machine has to load, by module name; what these need is found by their dependencies.
+# The modules that the machine loads. Their dependencies are added.
 readonly modules=(
     virtio_pci 9pnet_virtio 9p overlay dummy_hcd usb_f_hid usb_f_acm usbhid hid-generic cdc-acm
     evdev)
 
 apt_options=()
 
-# From now on apt uses an own list of packages, for where the system's is empty or out of date.
+# Makes apt use a separate package list, in case the system's is empty or out of date.
 use_own_package_lists() {
     echo "vm: fetching the list of packages"
     mkdir -p "$vm/apt/lists/partial" "$vm/apt/cache/archives/partial"
@@ -20,7 +20,7 @@ use_own_package_lists() {
     apt-get "${apt_options[@]}" -qq update
 }
 
-# The metapackage knows the kernel's name, which changes with every update.
+# The metapackage depends on the current kernel, whose name changes with each update.
 kernel_package() {
     apt-cache "${apt_options[@]}" depends linux-image-amd64 2>/dev/null \
         | sed -n 's/^ *Depends: \(linux-image-[0-9].*-amd64\)$/\1/p' | head -n 1
@@ -40,7 +40,7 @@ unpack_kernel() { # PACKAGE
     rm -r "$folder/package" "$folder/$1"_*.deb
 }
 
-# Makes sure that $vm/kernel holds Debian's current kernel, or the last one where none can be had.
+# Makes sure that $vm/kernel contains Debian's current kernel, or an older one if a download fails.
 fetch_kernel() {
     local package
     package=$(kernel_package)
@@ -57,7 +57,7 @@ fetch_kernel() {
     echo "$package" >"$vm/kernel/name"
 }
 
-# Copies the modules and all that they need, numbered in the order of loading.
+# Copies the modules and their dependencies, numbered in load order.
 pick_modules() { # FROM TO
     local files file number=10
     files=$(awk -v names="${modules[*]}" '
@@ -104,8 +104,8 @@ make_initramfs() { # ARGUMENT-FOR-THE-SCENARIOS…
     rm -r "$root"
 }
 
-# Starts the machine in the background and sets $machine to its process id. Its time goes by the
-# instructions that it has executed, so that a busy host does not make its programs late.
+# Starts the machine in the background and sets $machine to its process id. The machine's clock
+# counts executed instructions, so that programs in it are not late when the host is busy.
 start_machine() {
     local folder=${vm//,/,,}
     rm -rf "$vm/out" "$vm/console.log"
