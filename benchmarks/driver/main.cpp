@@ -8,7 +8,7 @@
 #include "benchmarks/driver/RunningRuns.h"
 #include "benchmarks/driver/Spectator.h"
 #include "benchmarks/driver/StartRuns.h"
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -55,10 +55,10 @@ Rows measure(const QString &program, int rounds)
     variables.insert("DISPLAY", server.name());
 
     Rows rows = StartRuns::run(spectator,
-                               {installation.program(), here.filePath("empty_window"),
-                                here.filePath("plain_window"), server.name()},
+                               {installation.program(), here.filePath("empty-window"),
+                                here.filePath("plain-window"), server.name()},
                                rounds);
-    rows += RunningRuns::run(spectator, installation, here.filePath("animated_window"), variables,
+    rows += RunningRuns::run(spectator, installation, here.filePath("animated-window"), variables,
                              (rounds + 1) / 2);
     rows += InProcessRuns::run(here.filePath("inprocess.run/inprocess"), variables, rounds);
     rows += installation.rows();

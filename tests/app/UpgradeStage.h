@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 #include "tests/app/DirectedTool.h"
 #include "tests/app/EventWatch.h"
 #include "tests/app/Journal.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 #include "tests/device/HidWatch.h"
 #include "tests/device/PlugRecorder.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "device/DeviceComm.h"
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 #include "tests/device/StdoutCapture.h"
 
 #include <QtTest>

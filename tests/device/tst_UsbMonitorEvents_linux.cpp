@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 #include "tests/device/StdoutCapture.h"
 #include "tests/device/UsbTaken_linux.h"
 

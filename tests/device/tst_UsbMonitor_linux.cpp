@@ -4,7 +4,7 @@
 #include "device/UsbMonitor.h"
 #include "device/UsbMonitor_linux.h"
 #include "device/UsbMonitor_linux_p.h"
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 #include "tests/device/StdoutCapture.h"
 #include "tests/device/UsbTaken_linux.h"
 

@@ -3,7 +3,7 @@
 
 #include "tests/endtoend/Stage.h"
 
-#include "simulator/WindowLook.h"
+#include "simulator/demo/WindowLook.h"
 
 #include <QFile>
 #include <QJsonDocument>

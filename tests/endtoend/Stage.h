@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "simulator/DfuPackage.h"
-#include "simulator/InsideProgram.h"
-#include "simulator/ScreenUser.h"
-#include "simulator/SimulatedDevice.h"
-#include "simulator/Testbed.h"
+#include "simulator/demo/ScreenUser.h"
+#include "simulator/device/SimulatedDevice.h"
+#include "simulator/dfu/DfuPackage.h"
+#include "simulator/testbed/InsideProgram.h"
+#include "simulator/testbed/Testbed.h"
 
 #include <QJsonObject>
 #include <QTemporaryDir>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/Demo.h"
-#include "simulator/DeviceBehaviour.h"
-#include "simulator/DfuPackage.h"
+#include "simulator/demo/Demo.h"
+#include "simulator/device/DeviceBehaviour.h"
+#include "simulator/dfu/DfuPackage.h"
 
 #include <QFile>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/ScreenUser.h"
+#include "simulator/demo/ScreenUser.h"
 #include "tests/support/ScreenResources.h"
 
 #include <QProcess>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/WindowLook.h"
+#include "simulator/demo/WindowLook.h"
 #include "tests/endtoend/Stage.h"
 
 #include <QElapsedTimer>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/Bootloader.h"
+#include "simulator/dfu/Bootloader.h"
 #include "tests/fuzz/FuzzBytes.h"
 
 /// What the input of the bootloader's target says: chunks with their lengths, each behind a mark.

@@ -3,7 +3,7 @@
 
 // Input: a package's file.
 
-#include "simulator/DfuPackage.h"
+#include "simulator/dfu/DfuPackage.h"
 
 #include <QFile>
 #include <QTemporaryDir>

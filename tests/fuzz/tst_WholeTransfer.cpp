@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/DfuPackage.h"
-#include "simulator/LittleEndian.h"
+#include "simulator/dfu/DfuPackage.h"
+#include "simulator/dfu/LittleEndian.h"
 #include "tests/fuzz/BootloaderHost.h"
 
 #include <QFile>

@@ -3,8 +3,8 @@
 
 #include "tests/support/DfuRequests.h"
 
-#include "simulator/Checksum.h"
-#include "simulator/LittleEndian.h"
+#include "simulator/dfu/Checksum.h"
+#include "simulator/dfu/LittleEndian.h"
 
 using LittleEndian::bytes;
 using Result = Bootloader::Result;

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "simulator/Bootloader.h"
-#include "simulator/DfuPackage.h"
+#include "simulator/dfu/Bootloader.h"
+#include "simulator/dfu/DfuPackage.h"
 
 /// What a host asks a bootloader, and the answers to expect, both without framing. Answers come
 /// without the response mark as well.

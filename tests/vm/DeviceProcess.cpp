@@ -3,7 +3,7 @@
 
 #include "tests/vm/DeviceProcess.h"
 
-#include "simulator/ScreenUser.h"
+#include "simulator/demo/ScreenUser.h"
 
 #include <QDir>
 #include <QtTest>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/Bootloader.h"
+#include "simulator/dfu/Bootloader.h"
 #include "tests/vm/Gadget.h"
 
 #include <QElapsedTimer>

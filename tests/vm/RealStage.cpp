@@ -3,7 +3,7 @@
 
 #include "tests/vm/RealStage.h"
 
-#include "simulator/WindowLook.h"
+#include "simulator/demo/WindowLook.h"
 
 #include <QCryptographicHash>
 #include <QFile>

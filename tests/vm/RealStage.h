@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "simulator/DfuPackage.h"
-#include "simulator/ScreenUser.h"
+#include "simulator/demo/ScreenUser.h"
+#include "simulator/dfu/DfuPackage.h"
 
 #include <QPoint>
 #include <QProcess>

@@ -3,7 +3,7 @@
 
 // Upgrades a USB device that the kernel believes in. Runs inside the machine only, as root.
 
-#include "simulator/WindowLook.h"
+#include "simulator/demo/WindowLook.h"
 #include "tests/vm/DeviceProcess.h"
 #include "tests/vm/RealStage.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/Testbed.h"
+#include "simulator/testbed/Testbed.h"
 
 #include <QProcess>
 #include <QtTest>

@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/demo/Demo.h"
+
+#include "simulator/demo/ScreenUser.h"
+#include "simulator/demo/WindowLook.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <cstdio>
+#include <functional>
+#include <utility>
+
+namespace {
+
+constexpr QPoint kAside(520, 280);
+constexpr int kPatience = 30000;
+constexpr int kTimeOut = 90000; // the program's own comes before it
+
+/// An upgrade that takes as long as over a real line, and shows.
+DeviceBehaviour behaviourWith(const QString &fault)
+{
+    constexpr int kAnswerDelay = 25;
+    DeviceBehaviour behaviour;
+    behaviour.answerDelay = kAnswerDelay;
+    behaviour.addFault(fault);
+    return behaviour;
+}
+
+/// The simulated user in front of the program's window.
+class Watcher
+{
+public:
+    Watcher(const InsideProgram &program, QString pictures)
+        : m_program(program)
+        , m_pictures(std::move(pictures))
+        , m_user("FW Update")
+    { }
+
+    QString status() { return WindowLook::statusText(m_user.look()); }
+    bool isEnabled() { return WindowLook::isUpgradeEnabled(m_user.look()); }
+
+    bool waitUntilEnabled(int milliseconds)
+    {
+        return waitUntil([this] { return isEnabled(); }, milliseconds);
+    }
+
+    /// The text that comes after a click, or the tool's own words, which are not known here.
+    void waitForNews()
+    {
+        const auto isNews = [this] {
+            const QString text = status();
+            return !text.isEmpty() || (text.isNull() && isEnabled());
+        };
+        waitUntil(isNews, kPatience);
+    }
+
+    void waitForSomeProgress()
+    {
+        constexpr int kSome = 600;
+        const auto isUnderWay = [this] {
+            return WindowLook::progress(m_user.look()) >= kSome || isEnabled();
+        };
+        waitUntil(isUnderWay, kPatience);
+    }
+
+    /// The text and the button are painted one after the other.
+    void waitForLastText()
+    {
+        constexpr int kShortly = 1000;
+        waitUntil([this] { return status() != WindowLook::kUpgrading; }, kShortly);
+    }
+
+    void click(const QPoint &position)
+    {
+        m_user.click(position);
+        m_user.movePointer(kAside);
+    }
+
+    void save(const QString &name) { m_user.look().save(m_pictures + '/' + name); }
+
+private:
+    /// Nothing is waited for once the program has ended.
+    bool waitUntil(const std::function<bool()> &condition, int milliseconds)
+    {
+        ScreenUser::waitUntil([&] { return condition() || !m_program.isRunning(); }, milliseconds);
+        return condition();
+    }
+
+    const InsideProgram &m_program;
+    const QString m_pictures;
+    ScreenUser m_user;
+};
+
+} // namespace
+
+Demo::Demo(const QString &folder, const QString &fault)
+    : m_folder(folder)
+    , m_fault(fault)
+    , m_device(m_testbed, behaviourWith(fault))
+    , m_program(m_testbed)
+{
+    m_isValid = fault.isEmpty() || fault == "no-device" || fault == "no-package"
+        || DeviceBehaviour().addFault(fault);
+    m_program.setLog(folder + "/log");
+    QObject::connect(&m_device, &SimulatedDevice::happened, &Demo::say);
+}
+
+QString Demo::help()
+{
+    return "  no-device            no device is plugged in\n"
+           "  no-package           the firmware package is missing\n"
+        + DeviceBehaviour::help();
+}
+
+int Demo::playForPerson()
+{
+    if (!openProgram()) {
+        return 1;
+    }
+    say("click \"Start Upgrade\" in the window, and close it when you have seen enough");
+    awaitEnd();
+    if (!m_fault.isEmpty()) {
+        say("demo: closed");
+        return m_program.exitCode();
+    }
+    if (!isImageRight()) {
+        say("demo: closed before the device was upgraded");
+        return 1;
+    }
+    say("demo: upgraded, image verified");
+    return 0;
+}
+
+int Demo::playWithUser(const QString &pictures)
+{
+    Watcher watcher(m_program, pictures);
+    if (!openProgram() || !watcher.waitUntilEnabled(kPatience)) {
+        say("demo: the program did not show its window");
+        return 1;
+    }
+    watcher.save("idle.png");
+    watcher.click(WindowLook::kUpgradeButton);
+    say("clicked \"Start Upgrade\"");
+    watcher.waitForNews();
+    if (watcher.status() == WindowLook::kUpgrading) {
+        say(QString("the window shows: ") + WindowLook::kUpgrading);
+        watcher.waitForSomeProgress();
+    }
+    watcher.save("running.png");
+    if (!watcher.waitUntilEnabled(kTimeOut)) {
+        say("demo: the program did not come to an end of the upgrade");
+        return 1;
+    }
+    watcher.waitForLastText();
+    watcher.save("finished.png");
+    const QString status = watcher.status();
+    say("the window shows: " + (status.isNull() ? "the tool's error text" : status));
+
+    watcher.click(WindowLook::kCloseButton);
+    say("clicked the close button");
+    awaitEnd();
+    return verdict(status == WindowLook::kSuccess             ? Outcome::Success
+                       : status == WindowLook::kNoDeviceFound ? Outcome::NoDevice
+                                                              : Outcome::ToolFailed);
+}
+
+void Demo::stop()
+{
+    m_program.terminate();
+}
+
+bool Demo::isExpected(Outcome outcome) const
+{
+    constexpr int kProgramWaits = 2000; // for the device to come back
+    const DeviceBehaviour behaviour = behaviourWith(m_fault);
+    if (m_fault == "no-device" || behaviour.openFails || behaviour.writeFails || !behaviour.returns
+        || behaviour.returnAfter >= kProgramWaits) {
+        return outcome == Outcome::NoDevice;
+    }
+    const qint64 dropOut = behaviour.dropOutAfter;
+    if (m_fault == "no-package" || behaviour.wrongCrc || behaviour.silent
+        || (dropOut >= 0 && dropOut <= readPackage().firmware.size())) {
+        return outcome == Outcome::ToolFailed;
+    }
+    // A slower one than by default may outlast the program's patience.
+    const bool mayTimeOut = m_fault.startsWith("slow=");
+    return outcome == Outcome::Success || (mayTimeOut && outcome == Outcome::ToolFailed);
+}
+
+bool Demo::openProgram()
+{
+    if (m_fault == "no-package") {
+        QFile::remove(m_folder + "/dfu.zip");
+    }
+    if (m_fault != "no-device") {
+        m_device.startInApplication();
+    }
+    if (!m_program.start(m_folder + "/fw-update", {}, m_folder)) {
+        say("demo: " + m_folder + "/fw-update cannot be started");
+        return false;
+    }
+    return true;
+}
+
+void Demo::awaitEnd()
+{
+    const auto isOver = [this] {
+        return m_program.isAllFinished() && (!m_device.isRestarting() || !isImageRight());
+    };
+    while (!ScreenUser::waitUntil(isOver, kPatience)) { }
+}
+
+int Demo::verdict(Outcome outcome) const
+{
+    if (!m_device.image().isEmpty()) {
+        say("SHA-256 of the package's image: " + SimulatedDevice::sha256(readPackage().firmware));
+        say("SHA-256 of the device's image:  " + SimulatedDevice::sha256(m_device.image()));
+    }
+    if (outcome == Outcome::Success && !isImageRight()) {
+        say("demo: the program reported success, but the image in the device is another one");
+        return 1;
+    }
+    if (!isExpected(outcome)) {
+        say("demo: that is not what should have been seen");
+        return 1;
+    }
+    if (outcome == Outcome::Success) {
+        say("demo: upgraded, image verified");
+    } else {
+        say("demo: failed as expected of \"" + m_fault + '"');
+    }
+    return 0;
+}
+
+DfuPackage Demo::readPackage() const
+{
+    DfuPackage package;
+    package.read(m_folder + "/dfu.zip");
+    return package;
+}
+
+bool Demo::isImageRight() const
+{
+    const QByteArray firmware = readPackage().firmware;
+    return !firmware.isEmpty() && m_device.image() == firmware;
+}
+
+void Demo::say(const QString &line)
+{
+    QTextStream(stdout) << line << '\n';
+}

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/demo/WindowLook.h"
+
+#include <QLabel>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr QRect kStatusArea(35, 100, 430, 30);
+constexpr QRect kProgressArea(35, 150, 430, 30);
+constexpr QRect kUpgradeArea(170, 200, 160, 36);
+
+/// What the program's status line looks like with \a text.
+QImage drawStatus(const QString &text)
+{
+    QWidget window;
+    window.setPalette(QPalette(QColor(0x0f, 0x17, 0x1d)));
+    window.setFixedSize(kStatusArea.size());
+    QFont font;
+    font.setPointSize(16);
+    QLabel label(&window);
+    label.setTextFormat(Qt::PlainText);
+    label.setFont(font);
+    label.setStyleSheet("color:#ffffff;");
+    label.setAlignment(Qt::AlignCenter);
+    label.setFixedSize(kStatusArea.size());
+    label.setText(text);
+    QImage image(kStatusArea.size(), QImage::Format_RGB32);
+    image.fill(QColor(0x0f, 0x17, 0x1d));
+    window.render(&image);
+    return image;
+}
+
+/// How many pixels of two pictures of the same size clearly differ.
+int difference(const QImage &one, const QImage &other)
+{
+    constexpr int kClearly = 48; // glyph edges are smoothed differently on some screens
+    int count = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const int distance = qGray(one.pixel(x, y)) - qGray(other.pixel(x, y));
+            count += std::abs(distance) > kClearly ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+QString WindowLook::statusText(const QImage &window, const QStringList &others)
+{
+    constexpr int kTolerance = 4;
+    if (window.isNull()) {
+        return {};
+    }
+    const QImage shown = window.copy(kStatusArea);
+    const QStringList candidates = QStringList{"", kNoDeviceFound, kUpgrading, kSuccess} + others;
+    for (const QString &candidate : candidates) {
+        if (difference(shown, drawStatus(candidate)) <= kTolerance) {
+            return candidate.isNull() ? QString("") : candidate;
+        }
+    }
+    return {};
+}
+
+int WindowLook::progress(const QImage &window)
+{
+    constexpr int kMaximum = 10000;
+    int filled = 0;
+    for (int x = kProgressArea.left(); x <= kProgressArea.right() && !window.isNull(); ++x) {
+        const QColor colour = window.pixelColor(x, kProgressArea.center().y());
+        if (colour == QColor(25, 240, 234)) {
+            filled = x - kProgressArea.left() + 1;
+        }
+    }
+    return filled * kMaximum / kProgressArea.width();
+}
+
+bool WindowLook::isUpgradeEnabled(const QImage &window)
+{
+    constexpr int kBetween = 192; // a white caption or a grey one
+    int brightest = 0;
+    if (window.isNull()) {
+        return false;
+    }
+    for (int y = kUpgradeArea.top(); y <= kUpgradeArea.bottom(); ++y) {
+        for (int x = kUpgradeArea.left(); x <= kUpgradeArea.right(); ++x) {
+            brightest = qMax(brightest, qGray(window.pixel(x, y)));
+        }
+    }
+    return brightest > kBetween;
+}

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "app/Desktop.h"
+#include "simulator/demo/Demo.h"
+#include "simulator/demo/ScreenUser.h"
+#include "simulator/device/TerminationWatch.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTextStream>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+bool isGiven(const char *option, int argc, char **argv)
+{
+    return std::any_of(argv + 1, argv + argc,
+                       [option](const char *given) { return qstrcmp(given, option) == 0; });
+}
+
+/// Only a simulated user looks at the screen; beside a person's window this process needs none.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+{
+    if (isGiven("--pictures", argc, argv)) {
+        return std::make_unique<QApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (isGiven("--can-see", argc, argv)) {
+        return ScreenUser::canSee() ? 0 : 1;
+    }
+    // What the simulated user expects to read is drawn as the program draws it.
+    Desktop desktop;
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+    desktop.restoreEnvironment(); // the program finds what it would without the demo
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
+                                     + Demo::help().trimmed());
+    parser.addHelpOption();
+    parser.addOptions({{"fault", "Shows what a fault does.", "NAME[=VALUE]"},
+                       {"can-see", "Only tells by the exit code whether there is a display."},
+                       {"pictures", "Clicks for itself, and saves pictures here.", "FOLDER"}});
+    parser.addPositionalArgument("FOLDER", "Where program, tool and package lie.");
+    parser.process(*application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(kUsageError);
+    }
+
+    Demo demo(parser.positionalArguments().constFirst(), parser.value("fault"));
+    if (!demo.isValid()) {
+        QTextStream(stderr) << "demo: there is no fault \"" << parser.value("fault")
+                            << "\", --help lists them\n";
+        return kUsageError;
+    }
+    TerminationWatch termination;
+    QObject::connect(&termination, &TerminationWatch::requested, [&demo] { demo.stop(); });
+    return parser.isSet("pictures") ? demo.playWithUser(parser.value("pictures"))
+                                    : demo.playForPerson();
+}

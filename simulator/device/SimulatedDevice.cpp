@@ -1,0 +1,209 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/device/SimulatedDevice.h"
+
+#include <QCryptographicHash>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr int kVendor = 0x7F3C;
+constexpr int kApplicationProduct = 0x0C51;
+constexpr int kBootloaderProduct = 0x0C52;
+constexpr int kReportSize = 64;
+
+const QByteArray &keyboardDescriptor()
+{
+    // A boot keyboard's eight modifier keys.
+    static const QByteArray descriptor
+        = QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
+    return descriptor;
+}
+
+QString shortened(const QByteArray &report)
+{
+    const QByteArray bytes = report.left(8).toHex(' ').toUpper();
+    return report.size() > 8 ? bytes + " …" : bytes;
+}
+
+} // namespace
+
+SimulatedDevice::SimulatedDevice(Testbed &testbed, const DeviceBehaviour &behaviour,
+                                 QObject *parent)
+    : QObject(parent)
+    , m_testbed(testbed)
+    , m_behaviour(behaviour)
+    , m_returnTimer(new QTimer(this))
+    , m_restartTimer(new QTimer(this))
+{
+    constexpr int kLookAgainAfter = 10;
+    m_bootloader.setWrongCrc(behaviour.wrongCrc);
+    m_returnTimer->setSingleShot(true);
+    m_returnTimer->setTimerType(Qt::PreciseTimer);
+    m_restartTimer->setInterval(kLookAgainAfter);
+    connect(m_returnTimer, &QTimer::timeout, this, &SimulatedDevice::comeBack);
+    connect(m_restartTimer, &QTimer::timeout, this, &SimulatedDevice::restartWhenHeard);
+    testbed.setReportHandler([this](const QString &node, const QByteArray &bytes) {
+        QMetaObject::invokeMethod(
+            this, [this, node, bytes] { takeReport(node, bytes); }, Qt::QueuedConnection);
+    });
+}
+
+SimulatedDevice::~SimulatedDevice()
+{
+    m_testbed.setReportHandler({});
+}
+
+void SimulatedDevice::startInApplication()
+{
+    m_usbPath = m_testbed.addUsbDevice({kVendor, kApplicationProduct, "Simulated device", "0001"});
+    const QString keyboard
+        = m_testbed.addHidInterface(m_usbPath, {0x01, 0x06, keyboardDescriptor(), {}});
+    m_triggerNode = m_testbed.addHidInterface(m_usbPath, {0xFF31, 0x74, {}, {}});
+    for (const QString &node : {keyboard, m_triggerNode}) {
+        m_testbed.setOpenFails(node, m_behaviour.openFails);
+        m_testbed.setWriteFails(node, m_behaviour.writeFails);
+    }
+    m_state = State::Application;
+    emit happened("the device runs its application");
+}
+
+void SimulatedDevice::startInBootloader()
+{
+    m_usbPath
+        = m_testbed.addUsbDevice({kVendor, kBootloaderProduct, "Simulated bootloader", "0001"});
+    m_state = State::Bootloader;
+    m_toldBytes = 0;
+    for (const QString &port : m_behaviour.ports) {
+        m_testbed.addSerialPort(m_usbPath, port);
+        emit happened("port appeared: " + port);
+    }
+    m_portNotifier = std::make_unique<QSocketNotifier>(
+        m_testbed.portDescriptor(m_behaviour.ports.first()), QSocketNotifier::Read);
+    connect(m_portNotifier.get(), &QSocketNotifier::activated, this, &SimulatedDevice::readPort);
+}
+
+void SimulatedDevice::unplug()
+{
+    m_returnTimer->stop();
+    leave();
+}
+
+bool SimulatedDevice::isRestarting() const
+{
+    return m_returnTimer->isActive() || m_restartTimer->isActive();
+}
+
+QByteArray SimulatedDevice::sha256(const QByteArray &image)
+{
+    return QCryptographicHash::hash(image, QCryptographicHash::Sha256).toHex();
+}
+
+void SimulatedDevice::takeReport(const QString &node, const QByteArray &bytes)
+{
+    m_reports.append(bytes);
+    emit happened(QString("report received: %1 bytes, %2").arg(bytes.size()).arg(shortened(bytes)));
+    if (m_state != State::Application || node != m_triggerNode || bytes.size() != kReportSize
+        || !bytes.startsWith("\xAA\xBB")) {
+        return;
+    }
+    leave();
+    emit happened("the device left to restart into its bootloader");
+    m_next = State::Bootloader;
+    if (m_behaviour.returns) {
+        m_returnTimer->start(m_behaviour.returnAfter);
+    }
+}
+
+void SimulatedDevice::comeBack()
+{
+    if (m_next == State::Application) {
+        startInApplication();
+    } else {
+        startInBootloader();
+    }
+}
+
+void SimulatedDevice::readPort()
+{
+    constexpr int kMost = 65536;
+    QByteArray bytes(kMost, '\0');
+    const auto count
+        = ::read(m_testbed.portDescriptor(m_behaviour.ports.first()), bytes.data(), kMost);
+    if (count <= 0 || m_behaviour.silent) {
+        return;
+    }
+    bytes.truncate(static_cast<int>(count));
+    if (m_behaviour.answerDelay == 0) {
+        answer(bytes);
+        return;
+    }
+    QTimer::singleShot(m_behaviour.answerDelay, m_portNotifier.get(),
+                       [this, bytes] { answer(bytes); });
+}
+
+void SimulatedDevice::restartWhenHeard()
+{
+    // The last answer has to reach the tool before the port goes away under it.
+    if (!m_testbed.isHeard(m_behaviour.ports.first())) {
+        return;
+    }
+    m_restartTimer->stop();
+    leave();
+    emit happened("the device left to restart into its application");
+    m_next = State::Application;
+    m_returnTimer->start(qMin(m_behaviour.returnAfter, 1000));
+}
+
+void SimulatedDevice::leave()
+{
+    m_restartTimer->stop();
+    m_portNotifier.reset();
+    if (m_state != State::Absent) {
+        m_testbed.removeUsbDevice(m_usbPath);
+    }
+    m_state = State::Absent;
+    m_bootloader.reset();
+}
+
+void SimulatedDevice::answer(const QByteArray &bytes)
+{
+    // It stays finished until the next upgrade has begun to write.
+    const bool wasFinished = m_bootloader.isFinished();
+    const QByteArray answer = m_bootloader.receive(bytes);
+    const qint64 received = m_bootloader.imageBytesReceived();
+    tellProgress();
+    if (m_behaviour.dropOutAfter >= 0 && received >= m_behaviour.dropOutAfter) {
+        // Later, because what has called this must not go meanwhile.
+        QTimer::singleShot(0, m_portNotifier.get(), [this, received] {
+            emit happened(QString("the cable was pulled after %1 bytes").arg(received));
+            unplug();
+        });
+        return;
+    }
+    const int port = m_testbed.portDescriptor(m_behaviour.ports.first());
+    if (::write(port, answer.constData(), static_cast<std::size_t>(answer.size()))
+        != answer.size()) {
+        emit happened("an answer was lost, nobody reads the port");
+    }
+    if (m_bootloader.isFinished() && !wasFinished) {
+        m_image = m_bootloader.image();
+        emit happened("image flashed: SHA-256 " + sha256(m_image));
+        m_restartTimer->start();
+    }
+}
+
+void SimulatedDevice::tellProgress()
+{
+    constexpr qint64 kTellEach = 32768;
+    const qint64 received = m_bootloader.imageBytesReceived();
+    const bool isNews = received >= m_toldBytes + kTellEach || m_bootloader.isFinished();
+    if (isNews && received != m_toldBytes) {
+        m_toldBytes = received;
+        emit happened(QString("bytes flashed: %1").arg(received));
+    }
+}

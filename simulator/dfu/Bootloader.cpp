@@ -1,0 +1,295 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/dfu/Bootloader.h"
+
+#include "simulator/dfu/Checksum.h"
+#include "simulator/dfu/LittleEndian.h"
+
+#include <InitPacket.pb.h>
+
+#include <QCryptographicHash>
+
+#include <optional>
+
+namespace {
+
+constexpr int kSha256Size = 32;
+
+QByteArray result(Bootloader::Result code)
+{
+    return {1, static_cast<char>(code)};
+}
+
+QByteArray success(const QByteArray &payload)
+{
+    return result(Bootloader::Success) + payload;
+}
+
+QByteArray extendedError(Bootloader::ExtendedResult code)
+{
+    return result(Bootloader::ExtendedError) + static_cast<char>(code);
+}
+
+bool isSane(const fwupdate::InitPacket &packet)
+{
+    return packet.has_hw_version() && packet.has_fw_version() && packet.has_type()
+        && packet.type() == fwupdate::InitPacket::APPLICATION && packet.app_size() > 0;
+}
+
+std::optional<Bootloader::ExtendedResult> objection(const fwupdate::InitPacket &packet,
+                                                    quint32 installedVersion)
+{
+    if (!isSane(packet)) {
+        return Bootloader::InitPacketInvalid;
+    }
+    if (packet.hw_version() != Bootloader::kHardwareVersion) {
+        return Bootloader::WrongHardwareVersion;
+    }
+    if (packet.fw_version() < installedVersion && !packet.is_debug()) {
+        return Bootloader::FirmwareVersionTooLow;
+    }
+    if (packet.hash_type() != fwupdate::InitPacket::SHA256 || packet.hash().size() != kSha256Size) {
+        return Bootloader::WrongHashType;
+    }
+    if (packet.app_size() > quint32(Bootloader::kMaxImageSize)) {
+        return Bootloader::InsufficientSpace;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Bootloader::Bootloader()
+    : m_slip(kMaxWriteSize + 1)
+{ }
+
+QByteArray Bootloader::receive(const QByteArray &bytes)
+{
+    QByteArray answers;
+    for (const QByteArray &request : m_slip.decode(bytes)) {
+        const auto opcode = static_cast<quint8>(request.at(0));
+        // A terminal that echoes must not make the device talk to itself.
+        if (opcode == Response) {
+            continue;
+        }
+        const QByteArray answer = respond(request);
+        if (!answer.isEmpty()) {
+            answers += Slip::encode(static_cast<char>(Response) + answer);
+        }
+    }
+    return answers;
+}
+
+void Bootloader::reset()
+{
+    m_slip.reset();
+    m_receiptInterval = 0;
+    forgetTransfers();
+}
+
+QByteArray Bootloader::respond(const QByteArray &request)
+{
+    const QByteArray opcode = request.left(1);
+    const QByteArray arguments = request.mid(1);
+    switch (static_cast<quint8>(opcode.at(0))) {
+    case CreateObject:
+        return opcode + create(arguments);
+    case SetReceiptNotification:
+        return opcode + setReceiptNotification(arguments);
+    case CalculateChecksum:
+        return arguments.isEmpty() ? checksum() : opcode + result(InvalidParameter);
+    case Execute:
+        return opcode + (arguments.isEmpty() ? execute() : result(InvalidParameter));
+    case SelectObject:
+        return opcode + select(arguments);
+    case GetMtu:
+        return opcode
+            + (arguments.isEmpty() ? success(LittleEndian::bytes(quint16(kMtu)))
+                                   : result(InvalidParameter));
+    case WriteObject:
+        return write(arguments);
+    case Ping:
+        return opcode + (arguments.size() == 1 ? success(arguments) : result(InvalidParameter));
+    case Abort:
+        forgetTransfers();
+        return opcode + result(Success);
+    default:
+        return opcode + result(NotSupported);
+    }
+}
+
+QByteArray Bootloader::create(const QByteArray &arguments)
+{
+    if (arguments.size() != 5) {
+        return result(InvalidParameter);
+    }
+    const auto size = LittleEndian::number<quint32>(arguments, 1);
+    switch (arguments.at(0)) {
+    case CommandObject:
+        return result(startCommand(size));
+    case DataObject:
+        return result(startData(size));
+    default:
+        return result(UnsupportedType);
+    }
+}
+
+Bootloader::Result Bootloader::startCommand(quint32 size)
+{
+    if (size == 0) {
+        return InvalidParameter;
+    }
+    if (size > kMaxCommandSize) {
+        return InsufficientResources;
+    }
+    m_finished = false;
+    m_image.clear();
+    forgetTransfers();
+    m_command.objectEnd = static_cast<int>(size);
+    return Success;
+}
+
+Bootloader::Result Bootloader::startData(quint32 size)
+{
+    if (m_command.executedSize == 0) {
+        return NotPermitted;
+    }
+    if (size == 0) {
+        return InvalidParameter;
+    }
+    if (size > kMaxDataSize) {
+        return InsufficientResources;
+    }
+    const int end = m_data.executedSize + static_cast<int>(size);
+    if (end > m_expectedSize) {
+        return NotPermitted;
+    }
+    m_type = DataObject;
+    m_data.bytes.truncate(m_data.executedSize);
+    m_data.crc = m_data.executedCrc;
+    m_data.objectEnd = end;
+    m_writesSinceReceipt = 0;
+    return Success;
+}
+
+QByteArray Bootloader::setReceiptNotification(const QByteArray &arguments)
+{
+    if (arguments.size() != 2) {
+        return result(InvalidParameter);
+    }
+    m_receiptInterval = LittleEndian::number<quint16>(arguments);
+    m_writesSinceReceipt = 0;
+    return result(Success);
+}
+
+QByteArray Bootloader::select(const QByteArray &arguments)
+{
+    if (arguments.size() != 1) {
+        return result(InvalidParameter);
+    }
+    const auto type = static_cast<quint8>(arguments.at(0));
+    if (type != CommandObject && type != DataObject) {
+        return result(UnsupportedType);
+    }
+    m_type = static_cast<ObjectType>(type);
+    const int maxSize = m_type == CommandObject ? kMaxCommandSize : kMaxDataSize;
+    return success(LittleEndian::bytes(quint32(maxSize)) + offsetAndCrc());
+}
+
+QByteArray Bootloader::write(const QByteArray &bytes)
+{
+    const QByteArray opcode(1, static_cast<char>(WriteObject));
+    if (bytes.isEmpty()) {
+        return opcode + result(InvalidParameter);
+    }
+    Transfer &transfer = current();
+    if (transfer.objectEnd == transfer.executedSize) {
+        return opcode + result(NotPermitted);
+    }
+    if (bytes.size() > transfer.objectEnd - transfer.bytes.size()) {
+        return opcode + result(InsufficientResources);
+    }
+    transfer.bytes += bytes;
+    transfer.crc = Checksum::extended(transfer.crc, bytes);
+    ++m_writesSinceReceipt;
+    if (m_receiptInterval == 0 || m_writesSinceReceipt < m_receiptInterval) {
+        return {};
+    }
+    m_writesSinceReceipt = 0;
+    return checksum();
+}
+
+QByteArray Bootloader::checksum() const
+{
+    return static_cast<char>(CalculateChecksum) + success(offsetAndCrc());
+}
+
+QByteArray Bootloader::execute()
+{
+    const Transfer &transfer = current();
+    // A host that resumes cannot know whether its last execute arrived, so it may come twice.
+    if (transfer.executedSize > 0 && transfer.bytes.size() == transfer.executedSize) {
+        return result(Success);
+    }
+    if (transfer.objectEnd == 0 || transfer.bytes.size() != transfer.objectEnd) {
+        return result(NotPermitted);
+    }
+    return m_type == CommandObject ? executeCommand() : executeData();
+}
+
+QByteArray Bootloader::executeCommand()
+{
+    fwupdate::InitPacket packet;
+    if (!packet.ParseFromArray(m_command.bytes.constData(), m_command.bytes.size())) {
+        forgetTransfers();
+        return result(InvalidObject);
+    }
+    if (const auto error = objection(packet, m_installedVersion)) {
+        forgetTransfers();
+        return extendedError(*error);
+    }
+    m_command.executedSize = m_command.objectEnd;
+    m_initPacket = m_command.bytes;
+    m_expectedSize = static_cast<int>(packet.app_size());
+    m_expectedHash = QByteArray::fromStdString(packet.hash());
+    m_firmwareVersion = packet.fw_version();
+    return result(Success);
+}
+
+QByteArray Bootloader::executeData()
+{
+    m_data.executedSize = m_data.objectEnd;
+    m_data.executedCrc = m_data.crc;
+    return m_data.executedSize == m_expectedSize ? finish() : result(Success);
+}
+
+QByteArray Bootloader::finish()
+{
+    if (QCryptographicHash::hash(m_data.bytes, QCryptographicHash::Sha256) != m_expectedHash) {
+        forgetTransfers();
+        return extendedError(VerificationFailed);
+    }
+    m_finished = true;
+    m_image = m_data.bytes;
+    m_installedVersion = m_firmwareVersion;
+    forgetTransfers();
+    return result(Success);
+}
+
+void Bootloader::forgetTransfers()
+{
+    m_command = {};
+    m_data = {};
+    m_type = CommandObject;
+    m_writesSinceReceipt = 0;
+    if (!m_finished) {
+        m_initPacket.clear();
+    }
+}
+
+QByteArray Bootloader::offsetAndCrc() const
+{
+    const quint32 crc = m_wrongCrc ? ~current().crc : current().crc;
+    return LittleEndian::bytes(quint32(current().bytes.size())) + LittleEndian::bytes(crc);
+}

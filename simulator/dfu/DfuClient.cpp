@@ -1,0 +1,274 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/dfu/DfuClient.h"
+
+#include "simulator/dfu/Checksum.h"
+#include "simulator/dfu/LittleEndian.h"
+
+namespace {
+
+constexpr int kChecksumSize = 8;
+
+/// What the device was asked to do.
+QString requestText(quint8 opcode)
+{
+    switch (opcode) {
+    case Bootloader::CreateObject:
+        return "create an object";
+    case Bootloader::SetReceiptNotification:
+        return "send receipts";
+    case Bootloader::CalculateChecksum:
+        return "report its checksum";
+    case Bootloader::Execute:
+        return "execute the object";
+    case Bootloader::SelectObject:
+        return "select an object";
+    case Bootloader::GetMtu:
+        return "report its MTU";
+    case Bootloader::WriteObject:
+        return "take data";
+    case Bootloader::Ping:
+        return "answer a ping";
+    default:
+        return QStringLiteral("carry out request %1").arg(opcode);
+    }
+}
+
+QString extendedResultText(quint8 result)
+{
+    switch (result) {
+    case Bootloader::InitPacketInvalid:
+        return "the init packet is invalid";
+    case Bootloader::FirmwareVersionTooLow:
+        return "the firmware version is too low";
+    case Bootloader::WrongHardwareVersion:
+        return "the firmware is for other hardware";
+    case Bootloader::WrongHashType:
+        return "the type of the hash is wrong";
+    case Bootloader::VerificationFailed:
+        return "the firmware does not match its hash";
+    case Bootloader::InsufficientSpace:
+        return "the firmware is too large";
+    default:
+        return QStringLiteral("extended error %1").arg(result);
+    }
+}
+
+QString resultText(const QByteArray &answer)
+{
+    const auto result = static_cast<quint8>(answer.at(2));
+    switch (result) {
+    case Bootloader::NotSupported:
+        return "not supported";
+    case Bootloader::InvalidParameter:
+        return "invalid parameter";
+    case Bootloader::InsufficientResources:
+        return "insufficient resources";
+    case Bootloader::InvalidObject:
+        return "invalid object";
+    case Bootloader::UnsupportedType:
+        return "unsupported type";
+    case Bootloader::NotPermitted:
+        return "not permitted";
+    case Bootloader::OperationFailed:
+        return "operation failed";
+    case Bootloader::ExtendedError:
+        return extendedResultText(answer.size() > 3 ? static_cast<quint8>(answer.at(3)) : 0);
+    default:
+        return QStringLiteral("result %1").arg(result);
+    }
+}
+
+} // namespace
+
+DfuClient::DfuClient(int fd)
+    : m_port(fd)
+{ }
+
+bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)
+{
+    m_error.clear();
+    if (initPacket.isEmpty() || firmware.isEmpty()) {
+        return fail("The package is empty");
+    }
+    // The lone end mark closes a frame that an earlier program may have left half-sent.
+    if (!m_port.open() || !m_port.send({}, QDeadlineTimer(m_timeout))) {
+        return fail(m_port.errorString());
+    }
+    Position command;
+    if (!handshake() || !select(Bootloader::CommandObject, &command)) {
+        return false;
+    }
+    const auto size = static_cast<quint32>(initPacket.size());
+    if (size > command.maxSize) {
+        return fail("The init packet is too large for the device");
+    }
+    const bool alreadyThere
+        = command.offset == size && command.crc == Checksum::ofFirst(initPacket.size(), initPacket);
+    const bool described
+        = alreadyThere ? request(Bootloader::Execute, {}) : sendInitPacket(initPacket);
+    return described && sendFirmware(initPacket, firmware);
+}
+
+bool DfuClient::handshake()
+{
+    const QByteArray id(1, '\x2A');
+    QByteArray payload;
+    if (!request(Bootloader::Ping, id, 1, &payload)) {
+        return false;
+    }
+    if (payload != id) {
+        return fail("The device answered another ping");
+    }
+    if (!request(Bootloader::SetReceiptNotification, LittleEndian::bytes(m_receiptInterval))
+        || !request(Bootloader::GetMtu, {}, sizeof(quint16), &payload)) {
+        return false;
+    }
+    // Half of the line is kept free for escapes; opcode and end mark need room as well.
+    m_writeSize = (LittleEndian::number<quint16>(payload) - 1) / 2 - 1;
+    return m_writeSize > 0 || fail("The device takes no data");
+}
+
+bool DfuClient::sendInitPacket(const QByteArray &initPacket)
+{
+    return sendObject(Bootloader::CommandObject, initPacket, 0, initPacket.size());
+}
+
+bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &firmware)
+{
+    Position position;
+    if (!select(Bootloader::DataObject, &position)) {
+        return false;
+    }
+    const auto total = static_cast<quint32>(firmware.size());
+    const auto objectSize = static_cast<int>(qMin(position.maxSize, total));
+    if (objectSize == 0) {
+        return fail("The device takes no data");
+    }
+    int offset = 0;
+    if (position.offset > 0 && position.offset <= total
+        && position.crc == Checksum::ofFirst(static_cast<int>(position.offset), firmware)) {
+        const auto done = static_cast<int>(position.offset);
+        const int objects = (done + objectSize - 1) / objectSize;
+        offset = qMin(objects * objectSize, firmware.size());
+        if (!completeObject(firmware, done, offset)) {
+            return false;
+        }
+    } else if (position.offset > 0 && !sendInitPacket(initPacket)) {
+        // The device held something else; a new init packet makes it forget that.
+        return false;
+    }
+    while (offset < firmware.size()) {
+        const int end = qMin(offset + objectSize, firmware.size());
+        if (!sendObject(Bootloader::DataObject, firmware, offset, end)) {
+            return false;
+        }
+        offset = end;
+    }
+    return true;
+}
+
+bool DfuClient::sendObject(Bootloader::ObjectType type, const QByteArray &all, int offset, int end)
+{
+    const QByteArray arguments
+        = static_cast<char>(type) + LittleEndian::bytes(static_cast<quint32>(end - offset));
+    return request(Bootloader::CreateObject, arguments) && completeObject(all, offset, end);
+}
+
+bool DfuClient::completeObject(const QByteArray &all, int offset, int end)
+{
+    QByteArray checksum;
+    return stream(all, offset, end)
+        && request(Bootloader::CalculateChecksum, {}, kChecksumSize, &checksum)
+        && verify(all, end, checksum) && request(Bootloader::Execute, {});
+}
+
+bool DfuClient::stream(const QByteArray &all, int offset, int end)
+{
+    int writes = 0;
+    while (offset < end) {
+        const int size = qMin(m_writeSize, end - offset);
+        const QByteArray frame = static_cast<char>(Bootloader::WriteObject) + all.mid(offset, size);
+        if (!m_port.send(frame, QDeadlineTimer(m_timeout))) {
+            return fail(m_port.errorString());
+        }
+        offset += size;
+        ++writes;
+        QByteArray receipt;
+        if (m_receiptInterval > 0 && writes % m_receiptInterval == 0
+            && (!awaitAnswer(Bootloader::CalculateChecksum, kChecksumSize, &receipt)
+                || !verify(all, offset, receipt))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool DfuClient::select(Bootloader::ObjectType type, Position *position)
+{
+    QByteArray payload;
+    if (!request(Bootloader::SelectObject, QByteArray(1, static_cast<char>(type)),
+                 4 + kChecksumSize, &payload)) {
+        return false;
+    }
+    position->maxSize = LittleEndian::number<quint32>(payload);
+    position->offset = LittleEndian::number<quint32>(payload, 4);
+    position->crc = LittleEndian::number<quint32>(payload, 8);
+    return true;
+}
+
+bool DfuClient::verify(const QByteArray &all, int end, const QByteArray &checksum)
+{
+    const auto offset = LittleEndian::number<quint32>(checksum);
+    if (offset != static_cast<quint32>(end)) {
+        return fail(QStringLiteral("The device received %1 of %2 bytes").arg(offset).arg(end));
+    }
+    if (LittleEndian::number<quint32>(checksum, 4) != Checksum::ofFirst(end, all)) {
+        return fail(QStringLiteral("The device reports a wrong CRC after %1 bytes").arg(end));
+    }
+    return true;
+}
+
+bool DfuClient::request(Bootloader::Opcode opcode, const QByteArray &arguments, int payloadSize,
+                        QByteArray *payload)
+{
+    if (!m_port.send(static_cast<char>(opcode) + arguments, QDeadlineTimer(m_timeout))) {
+        return fail(m_port.errorString());
+    }
+    return awaitAnswer(opcode, payloadSize, payload);
+}
+
+bool DfuClient::awaitAnswer(Bootloader::Opcode opcode, int payloadSize, QByteArray *payload)
+{
+    const QDeadlineTimer deadline(m_timeout);
+    QByteArray answer;
+    while (m_port.receive(&answer, deadline)) {
+        const bool complete
+            = answer.size() >= 3 && static_cast<quint8>(answer.at(0)) == Bootloader::Response;
+        const auto answered = complete ? static_cast<quint8>(answer.at(1)) : quint8(0);
+        // A write is answered only when it fails, and whatever is awaited then never comes.
+        if (answered != opcode && answered != Bootloader::WriteObject) {
+            continue;
+        }
+        if (static_cast<quint8>(answer.at(2)) != Bootloader::Success || answered != opcode) {
+            return fail(QStringLiteral("The device refused to %1: %2")
+                            .arg(requestText(answered), resultText(answer)));
+        }
+        if (answer.size() != 3 + payloadSize) {
+            return fail("The device sent a malformed answer when asked to "
+                        + requestText(answered));
+        }
+        if (payload != nullptr) {
+            *payload = answer.mid(3);
+        }
+        return true;
+    }
+    return fail(m_port.errorString());
+}
+
+bool DfuClient::fail(const QString &error)
+{
+    m_error = error;
+    return false;
+}

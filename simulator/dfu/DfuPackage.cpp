@@ -1,0 +1,188 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/dfu/DfuPackage.h"
+
+#include "simulator/dfu/Bootloader.h"
+
+#include <InitPacket.pb.h>
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <zip.h>
+
+#include <memory>
+#include <optional>
+
+namespace {
+
+constexpr auto kManifest = "manifest.json";
+constexpr auto kInitPacketFile = "firmware.dat";
+constexpr auto kFirmwareFile = "firmware.bin";
+
+// Larger entries are refused before they are unpacked, so that a small zip cannot fill the memory.
+constexpr zip_uint64_t kMaxEntrySize = 16UL * 1024 * 1024;
+
+using ReadableZip = std::unique_ptr<zip_t, decltype(&zip_discard)>;
+using ZipEntry = std::unique_ptr<zip_file_t, decltype(&zip_fclose)>;
+
+std::optional<QByteArray> unpack(zip_t *zip, zip_uint64_t index, zip_uint64_t size)
+{
+    const ZipEntry entry(zip_fopen_index(zip, index, 0), &zip_fclose);
+    if (!entry) {
+        return std::nullopt;
+    }
+    QByteArray bytes(static_cast<int>(size), '\0');
+    if (zip_fread(entry.get(), bytes.data(), size) != static_cast<zip_int64_t>(size)) {
+        return std::nullopt;
+    }
+    // The checksum is only compared when the end has been seen.
+    char beyond = 0;
+    return zip_fread(entry.get(), &beyond, 1) == 0 ? std::optional(bytes) : std::nullopt;
+}
+
+DfuPackage::Error readEntry(zip_t *zip, const QByteArray &name, DfuPackage::Error ifMissing,
+                            QByteArray *bytes)
+{
+    zip_stat_t stat;
+    zip_stat_init(&stat);
+    if (name.isEmpty() || zip_stat(zip, name.constData(), 0, &stat) != 0) {
+        return ifMissing;
+    }
+    if ((stat.valid & ZIP_STAT_SIZE) == 0 || stat.size > kMaxEntrySize) {
+        return DfuPackage::Error::Damaged;
+    }
+    const auto unpacked = unpack(zip, stat.index, stat.size);
+    if (!unpacked) {
+        return DfuPackage::Error::Damaged;
+    }
+    *bytes = *unpacked;
+    return DfuPackage::Error::None;
+}
+
+DfuPackage::Error readFiles(zip_t *zip, DfuPackage *package)
+{
+    using Error = DfuPackage::Error;
+    QByteArray json;
+    if (const Error error = readEntry(zip, kManifest, Error::NoManifest, &json);
+        error != Error::None) {
+        return error;
+    }
+    const QJsonObject manifest = QJsonDocument::fromJson(json).object();
+    const QJsonObject application = manifest["manifest"].toObject()["application"].toObject();
+    if (application.isEmpty()) {
+        return Error::BadManifest;
+    }
+    const QByteArray initName = application["dat_file"].toString().toUtf8();
+    if (const Error error = readEntry(zip, initName, Error::NoInitPacket, &package->initPacket);
+        error != Error::None) {
+        return error;
+    }
+    const QByteArray firmwareName = application["bin_file"].toString().toUtf8();
+    return readEntry(zip, firmwareName, Error::NoFirmware, &package->firmware);
+}
+
+/// \a bytes must outlive the zip.
+bool addEntry(zip_t *zip, const char *name, const QByteArray &bytes)
+{
+    zip_source_t *source
+        = zip_source_buffer(zip, bytes.constData(), static_cast<zip_uint64_t>(bytes.size()), 0);
+    if (source == nullptr) {
+        return false;
+    }
+    const zip_int64_t index = zip_file_add(zip, name, source, ZIP_FL_ENC_UTF_8);
+    if (index < 0) {
+        zip_source_free(source);
+        return false;
+    }
+    // A zip made twice is the same twice.
+    constexpr zip_uint16_t kFirstJanuary1980 = 0x0021;
+    return zip_file_set_dostime(zip, static_cast<zip_uint64_t>(index), 0, kFirstJanuary1980, 0)
+        == 0;
+}
+
+QByteArray manifestJson()
+{
+    const QJsonObject application{{"bin_file", kFirmwareFile}, {"dat_file", kInitPacketFile}};
+    return QJsonDocument(QJsonObject{{"manifest", QJsonObject{{"application", application}}}})
+        .toJson();
+}
+
+} // namespace
+
+DfuPackage DfuPackage::forFirmware(const QByteArray &firmware)
+{
+    fwupdate::InitPacket packet;
+    packet.set_hw_version(Bootloader::kHardwareVersion);
+    packet.set_fw_version(1);
+    packet.set_type(fwupdate::InitPacket::APPLICATION);
+    packet.set_app_size(static_cast<quint32>(firmware.size()));
+    packet.set_hash_type(fwupdate::InitPacket::SHA256);
+    packet.set_hash(QCryptographicHash::hash(firmware, QCryptographicHash::Sha256).toStdString());
+    packet.set_is_debug(false);
+    return {QByteArray::fromStdString(packet.SerializeAsString()), firmware};
+}
+
+DfuPackage::Error DfuPackage::read(const QString &path)
+{
+    if (!QFileInfo(path).isFile() || !QFileInfo(path).isReadable()) {
+        return Error::Missing;
+    }
+    const ReadableZip zip(
+        zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr),
+        &zip_discard);
+    if (!zip) {
+        return Error::NotAZip;
+    }
+    DfuPackage package;
+    const Error error = readFiles(zip.get(), &package);
+    if (error == Error::None) {
+        *this = package;
+    }
+    return error;
+}
+
+DfuPackage::Error DfuPackage::write(const QString &path) const
+{
+    const QByteArray manifest = manifestJson();
+    ReadableZip zip(
+        zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, nullptr),
+        &zip_discard);
+    if (!zip || !addEntry(zip.get(), kManifest, manifest)
+        || !addEntry(zip.get(), kInitPacketFile, initPacket)
+        || !addEntry(zip.get(), kFirmwareFile, firmware) || zip_close(zip.get()) != 0) {
+        return Error::NotWritable;
+    }
+    // Closing has freed it.
+    static_cast<void>(zip.release());
+    return Error::None;
+}
+
+QString DfuPackage::errorText(Error error)
+{
+    switch (error) {
+    case Error::None:
+        return {};
+    case Error::Missing:
+        return "the file does not exist or cannot be read";
+    case Error::NotAZip:
+        return "the file is not a zip archive";
+    case Error::NoManifest:
+        return "the archive has no manifest.json";
+    case Error::BadManifest:
+        return "manifest.json does not describe an application";
+    case Error::NoInitPacket:
+        return "the archive lacks the init packet that its manifest names";
+    case Error::NoFirmware:
+        return "the archive lacks the firmware that its manifest names";
+    case Error::Damaged:
+        return "a file in the archive is damaged or too large";
+    case Error::NotWritable:
+        return "the file cannot be written";
+    }
+    return {};
+}

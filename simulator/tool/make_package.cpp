@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+// Writes a firmware package for the simulated device and prints the SHA-256 of its image.
+
+#include "simulator/dfu/Bootloader.h"
+#include "simulator/dfu/DfuPackage.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QTextStream>
+
+#include <random>
+
+namespace {
+
+/// The same bytes for the same seed, on every machine.
+QByteArray pseudoRandomBytes(int size, quint32 seed)
+{
+    std::mt19937 generator(seed);
+    QByteArray bytes(size, '\0');
+    for (char &byte : bytes) {
+        byte = static_cast<char>(generator());
+    }
+    return bytes;
+}
+
+int fail(const QString &message)
+{
+    QTextStream(stderr) << "make-package: " << message << '\n';
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Writes a firmware package of pseudo-random bytes.");
+    parser.addHelpOption();
+    parser.addOption({"size", "Bytes of the image.", "N", "200000"});
+    parser.addOption({"seed", "Another seed gives another image.", "N", "1"});
+    parser.addPositionalArgument("OUTPUT.zip", "The package to write.");
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(2);
+    }
+    bool isSize = false;
+    bool isSeed = false;
+    const int size = parser.value("size").toInt(&isSize);
+    const quint32 seed = parser.value("seed").toUInt(&isSeed);
+    if (!isSize || size < 1 || size > Bootloader::kMaxImageSize || !isSeed) {
+        return fail(QStringLiteral("the size goes from 1 to %1, the seed from 0 to 4294967295")
+                        .arg(Bootloader::kMaxImageSize));
+    }
+    const QByteArray firmware = pseudoRandomBytes(size, seed);
+    const QString path = parser.positionalArguments().at(0);
+    const auto error = DfuPackage::forFirmware(firmware).write(path);
+    if (error != DfuPackage::Error::None) {
+        return fail(path + ": " + DfuPackage::errorText(error));
+    }
+    QTextStream(stdout) << QCryptographicHash::hash(firmware, QCryptographicHash::Sha256).toHex()
+                        << '\n';
+    return 0;
+}

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/demo/WindowLook.h"
+
+#include "tests/app/WindowParts.h"
+
+#include <QtTest>
+
+using namespace WindowParts;
+
+/// The eyes of the simulated user, held against the window itself.
+class tst_WindowLook : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsTheStatus_data();
+    void readsTheStatus();
+    void readsTheProgress_data();
+    void readsTheProgress();
+    void tellsWhetherTheButtonIsEnabled();
+    void findsTheButtons();
+    void seesNothingWithoutWindow();
+};
+
+void tst_WindowLook::readsTheStatus_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("read");
+    QTest::newRow("nothing") << ""
+                             << "";
+    QTest::newRow("no device") << WindowLook::kNoDeviceFound << WindowLook::kNoDeviceFound;
+    QTest::newRow("upgrading") << WindowLook::kUpgrading << WindowLook::kUpgrading;
+    QTest::newRow("success") << WindowLook::kSuccess << WindowLook::kSuccess;
+    QTest::newRow("text that was named") << "trouble"
+                                         << "trouble";
+    QTest::newRow("another text") << "trouble ahead" << QString();
+    QTest::newRow("one letter less") << "Upgrade Successfull" << QString();
+    QTest::newRow("one letter more") << "Upgrade Successfullyi" << QString();
+}
+
+void tst_WindowLook::readsTheStatus()
+{
+    QFETCH(const QString, shown);
+    QFETCH(const QString, read);
+
+    MainWindow window;
+    statusLabel(window)->setText(shown);
+    const QString status = WindowLook::statusText(window.grab().toImage(), {"trouble"});
+    QCOMPARE(status, read);
+    QCOMPARE(status.isNull(), read.isNull());
+}
+
+void tst_WindowLook::readsTheProgress_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("read");
+    QTest::newRow("none") << 0 << 0;
+    QTest::newRow("half") << 5000 << 5000;
+    QTest::newRow("at the time-out") << 9105 << 9093; // 391 of 430 pixels
+    QTest::newRow("all") << 10000 << 10000;
+}
+
+void tst_WindowLook::readsTheProgress()
+{
+    QFETCH(const int, value);
+    QFETCH(const int, read);
+
+    MainWindow window;
+    window.findChild<CustomProgressBar *>()->setValue(value);
+    QCOMPARE(WindowLook::progress(window.grab().toImage()), read);
+}
+
+void tst_WindowLook::tellsWhetherTheButtonIsEnabled()
+{
+    MainWindow window;
+    QVERIFY(WindowLook::isUpgradeEnabled(window.grab().toImage()));
+    upgradeButton(window)->setEnabled(false);
+    QVERIFY(!WindowLook::isUpgradeEnabled(window.grab().toImage()));
+}
+
+void tst_WindowLook::findsTheButtons()
+{
+    const MainWindow window;
+    QCOMPARE(window.childAt(WindowLook::kUpgradeButton), upgradeButton(window));
+    QCOMPARE(window.childAt(WindowLook::kCloseButton), closeButton(window));
+}
+
+void tst_WindowLook::seesNothingWithoutWindow()
+{
+    QVERIFY(WindowLook::statusText({}).isNull());
+    QCOMPARE(WindowLook::progress({}), 0);
+    QVERIFY(!WindowLook::isUpgradeEnabled({}));
+}
+
+QTEST_MAIN(tst_WindowLook)
+#include "tst_WindowLook.moc"

@@ -1,0 +1,297 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/device/SimulatedDevice.h"
+#include "simulator/dfu/DfuPackage.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSerialPort>
+#include <QSerialPortInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using State = SimulatedDevice::State;
+
+const QString kKeyboard = "/dev/hidraw0";
+const QString kTrigger = "/dev/hidraw1";
+const QString kPort = "/dev/cu.usbmodem14201";
+
+QByteArray enterBootloader()
+{
+    return QByteArray("\xAA\xBB") + QByteArray(62, '\0');
+}
+
+/// How many bytes a program could write to the node; -1 when it could not even open it.
+qint64 send(const QString &node, const QByteArray &report)
+{
+    const int file = ::open(qPrintable(node), O_RDWR | O_CLOEXEC);
+    if (file < 0) {
+        return -1;
+    }
+    const auto written = ::write(file, report.constData(), static_cast<std::size_t>(report.size()));
+    ::close(file);
+    return qMax<qint64>(written, 0);
+}
+
+QStringList ports()
+{
+    QStringList result;
+    const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &info : infos) {
+        result.append(info.systemLocation());
+    }
+    return result;
+}
+
+DeviceBehaviour with(const QStringList &faults)
+{
+    DeviceBehaviour behaviour;
+    behaviour.returnAfter = 100;
+    for (const QString &fault : faults) {
+        if (!behaviour.addFault(fault)) {
+            qFatal("there is no fault %s", qPrintable(fault));
+        }
+    }
+    return behaviour;
+}
+
+/// The vendor's tool's stand-in and a package for it.
+class Tool
+{
+public:
+    Tool()
+        : package(DfuPackage::forFirmware(QByteArray(30000, 'x')))
+    {
+        package.write(m_folder.filePath("dfu.zip"));
+        m_process.start(STAND_IN_TOOL,
+                        {"dfu", "usb-serial", "-pkg", m_folder.filePath("dfu.zip"), "-p", kPort});
+    }
+
+    bool hasEnded() const { return m_process.state() == QProcess::NotRunning; }
+    int exitCode() const { return m_process.exitCode(); }
+
+    DfuPackage package;
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(SimulatedDevice::State)
+
+class tst_SimulatedDevice : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void onlyItsReportMakesItLeave_data();
+    void onlyItsReportMakesItLeave();
+    void comesBackAfterAWhile();
+    void doesNotComeBack();
+    void cannotBeReached_data();
+    void cannotBeReached();
+    void hasSeveralPorts();
+    void isFlashed_data();
+    void isFlashed();
+    void isFlashedTwice();
+    void isSilent();
+    void canBeUnpluggedAtAnyTime_data();
+    void canBeUnpluggedAtAnyTime();
+};
+
+void tst_SimulatedDevice::onlyItsReportMakesItLeave_data()
+{
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QByteArray>("report");
+    QTest::addColumn<bool>("leaves");
+    QTest::newRow("its report") << kTrigger << enterBootloader() << true;
+    QTest::newRow("another command")
+        << kTrigger << QByteArray("\xAA\xBC") + QByteArray(62, '\0') << false;
+    QTest::newRow("one byte short") << kTrigger << enterBootloader().left(63) << false;
+    QTest::newRow("one byte long") << kTrigger << enterBootloader() + '\0' << false;
+    QTest::newRow("to the keyboard") << kKeyboard << enterBootloader() << false;
+}
+
+void tst_SimulatedDevice::onlyItsReportMakesItLeave()
+{
+    QFETCH(const QString, node);
+    QFETCH(const QByteArray, report);
+    QFETCH(const bool, leaves);
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({}));
+    device.startInApplication();
+
+    QCOMPARE(send(node, report), static_cast<qint64>(report.size()));
+
+    QTRY_COMPARE(device.reports(), QList<QByteArray>{report});
+    QCOMPARE(device.state(), leaves ? State::Absent : State::Application);
+    QCOMPARE(device.isRestarting(), leaves);
+}
+
+void tst_SimulatedDevice::comesBackAfterAWhile()
+{
+    constexpr int kWhile = 300;
+    DeviceBehaviour behaviour;
+    behaviour.returnAfter = kWhile;
+    Testbed testbed;
+    SimulatedDevice device(testbed, behaviour);
+    device.startInApplication();
+    QCOMPARE(ports(), QStringList());
+    send(kTrigger, enterBootloader());
+    QTRY_COMPARE(device.state(), State::Absent);
+    QElapsedTimer sinceLeft;
+    sinceLeft.start();
+    QCOMPARE(send(kTrigger, enterBootloader()), -1);
+
+    QTRY_COMPARE(ports(), QStringList{kPort});
+
+    QVERIFY(sinceLeft.elapsed() >= kWhile - 5);
+    QCOMPARE(device.state(), State::Bootloader);
+}
+
+void tst_SimulatedDevice::doesNotComeBack()
+{
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({"never-return"}));
+    device.startInApplication();
+
+    send(kTrigger, enterBootloader());
+
+    QTRY_COMPARE(device.state(), State::Absent);
+    QVERIFY(!device.isRestarting());
+}
+
+void tst_SimulatedDevice::cannotBeReached_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<qint64>("sent");
+    QTest::newRow("cannot be opened") << "open-fails" << qint64(-1);
+    QTest::newRow("cannot be written to") << "write-fails" << qint64(0);
+}
+
+void tst_SimulatedDevice::cannotBeReached()
+{
+    QFETCH(const QString, fault);
+    QFETCH(const qint64, sent);
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({fault}));
+    device.startInApplication();
+
+    QCOMPARE(send(kTrigger, enterBootloader()), sent);
+
+    QCoreApplication::processEvents();
+    QCOMPARE(device.reports(), QList<QByteArray>());
+    QCOMPARE(device.state(), State::Application);
+}
+
+void tst_SimulatedDevice::hasSeveralPorts()
+{
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({"several-ports"}));
+
+    device.startInBootloader();
+
+    QCOMPARE(ports().size(), 3);
+    QCOMPARE(ports().first(), kPort);
+}
+
+void tst_SimulatedDevice::isFlashed_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<bool>("succeeds");
+    QTest::addColumn<State>("endsAs");
+    QTest::newRow("sound") << QString() << true << State::Application;
+    QTest::newRow("slow") << "slow=5" << true << State::Application;
+    QTest::newRow("cable pulled") << "drop-out=9000" << false << State::Absent;
+    QTest::newRow("wrong checksums") << "wrong-crc" << false << State::Bootloader;
+}
+
+void tst_SimulatedDevice::isFlashed()
+{
+    QFETCH(const QString, fault);
+    QFETCH(const bool, succeeds);
+    QFETCH(const State, endsAs);
+    Testbed testbed;
+    SimulatedDevice device(testbed, with(fault.isEmpty() ? QStringList() : QStringList{fault}));
+    device.startInBootloader();
+
+    const Tool tool;
+    QTRY_VERIFY_WITH_TIMEOUT(tool.hasEnded(), 30000);
+
+    QCOMPARE(tool.exitCode() == 0, succeeds);
+    QCOMPARE(device.image(), succeeds ? tool.package.firmware : QByteArray());
+    QTRY_VERIFY(!device.isRestarting());
+    QCOMPARE(device.state(), endsAs);
+}
+
+void tst_SimulatedDevice::isFlashedTwice()
+{
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({}));
+    device.startInBootloader();
+    for (int i = 0; i < 2; ++i) {
+        Tool tool;
+        QTRY_VERIFY_WITH_TIMEOUT(tool.hasEnded(), 20000);
+        QCOMPARE(tool.exitCode(), 0);
+        QCOMPARE(device.image(), tool.package.firmware);
+        QTRY_COMPARE(device.state(), SimulatedDevice::State::Application);
+        device.unplug();
+        device.startInBootloader();
+    }
+}
+
+void tst_SimulatedDevice::isSilent()
+{
+    constexpr int kLongEnough = 300;
+    const QByteArray ping = QByteArray::fromHex("0901c0");
+    for (const bool silent : {false, true}) {
+        Testbed testbed;
+        SimulatedDevice device(testbed, silent ? with({"silent"}) : with({}));
+        device.startInBootloader();
+        QSerialPort port(kPort);
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        QSignalSpy answered(&port, &QSerialPort::readyRead);
+
+        port.write(ping);
+
+        QCOMPARE(answered.wait(kLongEnough), !silent);
+    }
+}
+
+void tst_SimulatedDevice::canBeUnpluggedAtAnyTime_data()
+{
+    QTest::addColumn<State>("state");
+    QTest::newRow("absent already") << State::Absent;
+    QTest::newRow("in its application") << State::Application;
+    QTest::newRow("in its bootloader") << State::Bootloader;
+}
+
+void tst_SimulatedDevice::canBeUnpluggedAtAnyTime()
+{
+    QFETCH(const State, state);
+    Testbed testbed;
+    SimulatedDevice device(testbed, with({}));
+    if (state == State::Application) {
+        device.startInApplication();
+    } else if (state == State::Bootloader) {
+        device.startInBootloader();
+    }
+    QCOMPARE(device.state(), state);
+
+    device.unplug();
+
+    QCOMPARE(device.state(), State::Absent);
+    QCOMPARE(ports(), QStringList());
+    QCOMPARE(send(kTrigger, enterBootloader()), -1);
+}
+
+QTEST_GUILESS_MAIN(tst_SimulatedDevice)
+#include "tst_SimulatedDevice.moc"
