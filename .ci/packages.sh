@@ -30,8 +30,8 @@ machine_packages=(qemu-system-x86 busybox-static udev systemd)
 
 # Builds and checks the packages.
 packaging_packages=(
-    appstream desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian procps
-    python3 strace udev xdotool)
+    appstream clang desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian lld
+    llvm procps python3 strace udev xdotool)
 
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed

@@ -25,25 +25,39 @@ else()
     install(FILES "${plist}" DESTINATION "${contents}" COMPONENT program)
 endif()
 
+if(FW_UPDATE_UNIVERSAL)
+    get_target_property(qt_library Qt5::Core LOCATION)
+    foreach(library IN LISTS qt_library HIDAPI_LINK_LIBRARIES)
+        execute_process(COMMAND lipo "${library}" -verify_arch arm64 x86_64 RESULT_VARIABLE missing)
+        if(missing)
+            message(FATAL_ERROR "FW_UPDATE_UNIVERSAL: ${library} is not built for both arm64 and "
+                                "x86_64. Homebrew's libraries never are; build Qt and hidapi for "
+                                "both and set CMAKE_PREFIX_PATH to them.")
+        endif()
+    endforeach()
+endif()
+
 install(FILES "${icon}" DESTINATION "${contents}/Resources" COMPONENT program)
 if(FW_UPDATE_TOOL)
     install(PROGRAMS "${FW_UPDATE_TOOL}" DESTINATION "${contents}/MacOS" RENAME nrfutil-mac
             COMPONENT program)
 endif()
 if(FW_UPDATE_PACKAGE)
-    install(FILES "${FW_UPDATE_PACKAGE}" DESTINATION "${contents}/MacOS" RENAME dfu.zip
+    # A file in MacOS would have to be signed as code, and data can hold a signature in extended
+    # attributes only, which many copies lose. A link is sealed with the resources.
+    install(FILES "${FW_UPDATE_PACKAGE}" DESTINATION "${contents}/Resources" RENAME dfu.zip
             COMPONENT program)
+    install(CODE "file(CREATE_LINK ../Resources/dfu.zip
+        \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${contents}/MacOS/dfu.zip\" SYMBOLIC)"
+        COMPONENT program)
 endif()
 
-# macdeployqt copies Qt's libraries and plugins into the installed bundle, so it runs last.
+# Last, since both work on the whole bundle.
 if(FW_UPDATE_MACDEPLOYQT)
-    install(CODE "execute_process(
-        COMMAND \"${FW_UPDATE_MACDEPLOYQT}\"
-                \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${bundle}\" -always-overwrite
-        COMMAND_ERROR_IS_FATAL ANY)" COMPONENT program)
+    install(CODE "
+        set(bundle \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${bundle}\")
+        execute_process(COMMAND \"${macos}/deploy-bundle\" \"${FW_UPDATE_MACDEPLOYQT}\" \"\${bundle}\"
+                        COMMAND_ERROR_IS_FATAL ANY)
+        execute_process(COMMAND \"${macos}/sign-bundle\" \"\${bundle}\" COMMAND_ERROR_IS_FATAL ANY)"
+        COMPONENT program)
 endif()
-
-set(CPACK_GENERATOR DragNDrop)
-set(CPACK_PACKAGE_FILE_NAME "fw-update-${PROJECT_VERSION}")
-set(CPACK_DMG_VOLUME_NAME "FW Update ${PROJECT_VERSION}")
-set(CPACK_DMG_FORMAT UDZO)
