@@ -8,11 +8,11 @@
 DisplayServer::DisplayServer()
 {
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    // Channel 1 is where the server writes the number of the display that it has chosen.
+    // The server picks a free display and writes its number to standard output.
     m_process.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
     while (!m_process.canReadLine()) {
         if (!m_process.waitForReadyRead(30000)) {
-            qFatal("Xvfb does not start");
+            qFatal("Cannot start Xvfb");
         }
     }
     m_name = ':' + m_process.readLine().trimmed();

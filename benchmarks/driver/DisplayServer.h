@@ -6,18 +6,18 @@
 #include <QByteArray>
 #include <QProcess>
 
-/// An X server of the benchmarks' own that shows on no screen. It ends with this object.
+/// A virtual X server. It is terminated with this object.
 class DisplayServer
 {
 public:
-    /// Waits until programs can connect; exits the process when the server does not start.
+    /// Waits until programs can connect; exits the process if the server does not start.
     DisplayServer();
     ~DisplayServer();
 
     DisplayServer(const DisplayServer &) = delete;
     DisplayServer &operator=(const DisplayServer &) = delete;
 
-    /// For the variable DISPLAY.
+    /// The value for the variable DISPLAY.
     QByteArray name() const { return m_name; }
 
 private:

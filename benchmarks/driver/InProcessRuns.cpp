@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Microseconds of each repetition by name, such as "bar/ours".
+/// The microseconds of all repetitions, by name, such as "bar/ours".
 using Results = std::map<QString, Series>;
 
 QByteArray outputOf(const QString &path, const Program::Variables &variables, int rounds)
@@ -31,7 +31,7 @@ QByteArray outputOf(const QString &path, const Program::Variables &variables, in
                   {"--benchmark_format=json", "--benchmark_enable_random_interleaving=true",
                    QString("--benchmark_repetitions=%1").arg(rounds)});
     if (!process.waitForFinished(-1) || process.exitCode() != 0) {
-        qFatal("The benchmarks inside a process fail");
+        qFatal("The benchmarks inside a process failed");
     }
     return process.readAllStandardOutput();
 }
@@ -46,7 +46,7 @@ Results parse(const QByteArray &output)
         if (run["run_type"].toString() != "iteration") {
             continue;
         }
-        // Where the benchmark takes the time itself, that is called the real one.
+        // Google Benchmark reports times that the benchmark sets itself as real time.
         const QString name = run["run_name"].toString();
         const char *const figure = name.endsWith("/manual_time") ? "real_time" : "cpu_time";
         const double nanoseconds = run[figure].toDouble();

@@ -6,11 +6,11 @@
 #include "benchmarks/driver/Program.h"
 #include "benchmarks/driver/Row.h"
 
-/// What Google Benchmark finds out about the program's parts.
+/// Measures parts of the program inside one process, with Google Benchmark.
 class InProcessRuns
 {
 public:
-    /// Runs the program at \a path, in the world of \a variables; exits the process when that
+    /// Runs the program at \a path with \a variables in its environment; exits the process if it
     /// fails.
     static Rows run(const QString &path, const Program::Variables &variables, int rounds);
 };

@@ -46,7 +46,7 @@ Installation::Installation(const QString &path)
     writeFile(m_folder.filePath("dfu.zip"), QByteArray());
     const QByteArray pipe = QFile::encodeName(tool + ".go");
     ::mkfifo(pipe.constData(), 0600);
-    // Open at both ends, so that neither side waits for the other to open it.
+    // Opened for reading and writing, so that neither side waits for the other to open it.
     m_goAhead = ::open(pipe.constData(), O_RDWR | O_CLOEXEC);
 }
 
@@ -58,7 +58,7 @@ Installation::~Installation()
 void Installation::letToolSucceed()
 {
     if (::write(m_goAhead, "\n", 1) != 1) {
-        qFatal("The tool does not listen");
+        qFatal("Cannot write to the tool");
     }
 }
 

@@ -7,13 +7,13 @@
 
 #include <QTemporaryDir>
 
-/// The program as it is shipped: stripped, in a folder with a tool of ours and a package.
+/// The program as it is shipped: stripped, in a folder with a stand-in for the tool and a package.
 ///
-/// The tool says nothing until it is told to succeed, and ends then.
+/// The tool is silent until it is told to succeed, and then exits.
 class Installation
 {
 public:
-    /// Copies the program at \a path; exits the process when that fails.
+    /// Copies the program at \a path; exits the process if that fails.
     explicit Installation(const QString &path);
     ~Installation();
 
@@ -22,10 +22,10 @@ public:
 
     QString program() const { return m_folder.filePath("fw-update"); }
 
-    /// The tool that runs, or else the next one that starts.
+    /// Lets the running tool succeed, or the next one if none is running.
     void letToolSucceed();
 
-    /// What the program's file is like.
+    /// The size of the program and the number of its libraries.
     Rows rows() const;
 
 private:

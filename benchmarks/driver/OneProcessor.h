@@ -5,9 +5,11 @@
 
 #include <sched.h>
 
-/// While one lives, what is started gets a single processor, and keeps it. Threads that hand
-/// something over then do so in the same way every time; on two processors it is a race who sleeps
-/// first, and how often they sleep differs by a tenth from run to run.
+/// Restricts this process to one processor during the object's lifetime. Processes that it starts
+/// meanwhile stay on that processor.
+///
+/// On two processors, the order in which threads go to sleep is random, and the number of wake-ups
+/// differs by a tenth between runs.
 class OneProcessor
 {
 public:

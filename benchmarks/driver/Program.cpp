@@ -27,7 +27,7 @@ QByteArray readAll(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The number that follows \a name in a file of the kernel's, 0 when there is none.
+/// The number after \a name in the \a text of a file in /proc; 0 if there is none.
 double valueOf(const QByteArray &text, const QByteArray &name)
 {
     const int at = text.indexOf('\n' + name + ':');
@@ -47,7 +47,7 @@ double cpuMilliseconds(pid_t pid)
 
 double pageFaults(const QString &proc)
 {
-    // The fields are counted from the end of the program's name, which may contain anything.
+    // Skips the program's name, which may contain spaces and parentheses.
     const QByteArray stat = readAll(proc + "stat");
     const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
     return fields.value(7).toDouble() + fields.value(9).toDouble();
@@ -83,7 +83,7 @@ std::vector<QByteArray> environmentWith(const Program::Variables &variables)
     }
     for (char **entry = environ; *entry != nullptr; ++entry) {
         const QByteArray name = QByteArray(*entry).split('=').first();
-        // Settings of whoever runs the benchmarks would change what the programs do.
+        // The caller's settings for Qt would affect the measurements.
         if (!name.startsWith("QT_") && !variables.contains(name)) {
             environment.emplace_back(*entry);
         }
@@ -117,7 +117,7 @@ Program::Program(const QString &path, const Variables &variables)
         = posix_spawn(&m_pid, file.constData(), &actions, nullptr, arguments, pointers.data());
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
-        qFatal("%s does not start", file.constData());
+        qFatal("Cannot start %s", file.constData());
     }
 }
 

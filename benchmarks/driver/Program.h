@@ -11,8 +11,8 @@
 
 #include <chrono>
 
-/// A running program and what it has cost so far. What it says is thrown away, and it is killed
-/// with this object.
+/// A running program and its resource usage so far. Its output is discarded, and it is killed when
+/// this object is destroyed.
 class Program
 {
 public:
@@ -25,8 +25,8 @@ public:
         double cpuMilliseconds = 0;
         double pageFaults = 0;
         double residentKilobytes = 0;
-        double libraries = 0; ///< mapped shared objects, plugins among them
-        double wakeUps = 0; ///< of all threads: how often one has gone to sleep
+        double libraries = 0; ///< mapped shared objects, including plugins
+        double wakeUps = 0; ///< how often its threads have gone to sleep
     };
 
     /// Starts the file at \a path in its own folder, with \a variables added to the environment.
@@ -38,7 +38,7 @@ public:
 
     Costs costs() const;
 
-    /// Stands still between the two, so that it can be looked at without hurry.
+    /// Stops the program while it is inspected, and lets it continue.
     void hold();
     void release();
 

@@ -54,7 +54,7 @@ QString verdict(const Row &row)
     return QString(row.isMet() ? "met" : "**missed**") + (row.kind == Row::Gate ? ", gate" : "");
 }
 
-/// Draws with the few shapes that the picture needs.
+/// Writes the few shapes that the picture needs as SVG.
 class Canvas
 {
 public:

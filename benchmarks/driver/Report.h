@@ -5,16 +5,16 @@
 
 #include "benchmarks/driver/Row.h"
 
-/// What the benchmarks have found, for people.
+/// Formats the results of the benchmarks.
 namespace Report {
 
-/// The machine in general words.
+/// A description of the machine, without its name.
 QString machine();
 
 /// A table in Markdown.
 QString table(const Rows &rows);
 
-/// The ratios as bars against their targets, as an SVG picture.
+/// The ratios as bars with their targets, as an SVG picture.
 QByteArray picture(const Rows &rows);
 
 } // namespace Report

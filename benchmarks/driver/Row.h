@@ -8,13 +8,13 @@
 #include <QList>
 #include <QString>
 
-/// One line of the report: what was measured of the program, and of a floor where there is one.
+/// One line of the report: the figures of the program and, if there is one, of a floor.
 struct Row
 {
     enum Kind {
         Information, ///< has no target
-        Drifting, ///< a time; a busy machine moves it
-        Gate, ///< a count, the same on every run; missing it fails the benchmarks
+        Drifting, ///< a time, which depends on the load of the machine
+        Gate, ///< a figure that hardly depends on the load; missing the target fails the benchmarks
     };
 
     QString what;
@@ -23,12 +23,12 @@ struct Row
     Series ours;
     Series floor;
     Kind kind = Information;
-    double target = 0; ///< largest ratio of the medians, or largest value where there is no floor
+    double target = 0; ///< largest ratio of the medians, or largest value without a floor
 
     bool hasFloor() const { return !floor.isEmpty(); }
     double ratio() const { return ours.median() / floor.median(); }
 
-    /// Without a floor the worst run counts.
+    /// Compares the worst run if there is no floor.
     bool isMet() const
     {
         return kind == Information || (hasFloor() ? ratio() : ours.largest()) <= target;

@@ -19,11 +19,11 @@ struct Activity
 {
     Series wakeUps;
     Series cpu;
-    Series paintedOutside; ///< pixels outside the bar, at least once
+    Series paintedOutside; ///< pixels outside the bar that were painted at least once
     bool animated = false;
 };
 
-/// Lets what has just been caused come to its end first.
+/// Measures \a program for ten seconds, once pending work is done.
 void watch(Spectator &spectator, const Program &program, Activity &activity)
 {
     QThread::msleep(1500);
@@ -67,7 +67,7 @@ Rows RunningRuns::run(Spectator &spectator, Installation &installation,
         installation.letToolSucceed();
         watch(spectator, program, after);
         if (before.animated || !during.animated || after.animated) {
-            qFatal("The upgrade does not run, or does not end");
+            qFatal("The upgrade did not start, or did not end");
         }
     }
     return {

@@ -9,12 +9,12 @@
 class Installation;
 class Spectator;
 
-/// Watches the program for ten seconds each: before an upgrade, during one and after its success.
-/// The floor of the second is a window that animates a bar at the same pace.
+/// Measures the program for ten seconds before an upgrade, during it and after its success. The
+/// floor for the upgrade is a window that animates a bar at the same rate.
 class RunningRuns
 {
 public:
-    /// \a variables is the display and a world in which the device is in its bootloader.
+    /// The \a variables set the display and a testbed with the device in its bootloader.
     static Rows run(Spectator &spectator, Installation &installation, const QString &animatedWindow,
                     const Program::Variables &variables, int rounds);
 };

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// The same thing measured again and again.
+/// Repeated measurements of one quantity.
 class Series
 {
 public:
@@ -22,5 +22,5 @@ private:
     /// Interpolates linearly; 0 for an empty series.
     double quantile(double share) const;
 
-    std::vector<double> m_values; ///< ascending
+    std::vector<double> m_values; ///< in ascending order
 };

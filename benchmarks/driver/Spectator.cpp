@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Of the root window. No program of ours paints so, thus it shows what is unpainted yet.
+/// The colour of the root window. No measured program uses it, so it marks unpainted pixels.
 constexpr unsigned long kUnpainted = 0xFF00FF;
 
 } // namespace
@@ -26,13 +26,13 @@ Spectator::Spectator(const QByteArray &display)
 {
     int error = 0;
     if (m_display == nullptr || !XDamageQueryExtension(m_display, &m_damageEvent, &error)) {
-        qFatal("No connection to the X server");
+        qFatal("Cannot connect to the X server");
     }
     const Window root = DefaultRootWindow(m_display);
     XSetWindowBackground(m_display, root, kUnpainted);
     XClearWindow(m_display, root);
     XSelectInput(m_display, root, SubstructureNotifyMask);
-    // On the root window, since a window's own would come too late for what it draws at once.
+    // Watches the root window: a program may paint before its own window could be watched.
     XDamageCreate(m_display, root, XDamageReportRawRectangles);
     XTestFakeMotionEvent(m_display, -1, 1279, 799, CurrentTime);
     XSync(m_display, False);
@@ -61,7 +61,7 @@ Program::Costs Spectator::waitForContent(Program &program)
             return costs;
         }
     }
-    qFatal("A window does not appear");
+    qFatal("The window did not appear");
 }
 
 QRegion Spectator::takeDamage()

@@ -11,29 +11,29 @@
 
 struct _XDisplay;
 
-/// Sees what a program shows, as the X server sees it, and lends it a hand with the mouse.
+/// Watches a program's window through the X server, and clicks in it.
 class Spectator
 {
 public:
-    /// Exits the process when it cannot connect to the server \a display.
+    /// Exits the process if it cannot connect to the server \a display.
     explicit Spectator(const QByteArray &display);
     ~Spectator();
 
     Spectator(const Spectator &) = delete;
     Spectator &operator=(const Spectator &) = delete;
 
-    /// Waits until a window of \a program is mapped, something is drawn into it and no point of it
-    /// still shows what was there before; returns what that has cost. \a program must have been
-    /// started since the last call. Exits the process when nothing shows within 30 seconds.
+    /// Waits until a window of \a program is mapped and completely painted, and returns the costs
+    /// until then. \a program must have been started since the last call. Exits the process if the
+    /// window does not appear within 30 seconds.
     Program::Costs waitForContent(Program &program);
 
-    /// Where the window is that waitForContent() has seen.
+    /// The geometry of the window that waitForContent() found.
     QRect window() const { return m_window; }
 
-    /// What was drawn since the last call, in the window's coordinates.
+    /// The region painted since the last call, in the window's coordinates.
     QRegion takeDamage();
 
-    /// Left click at a \a point of the window. The pointer stays there.
+    /// Clicks with the left button at \a point in the window. The pointer stays there.
     void click(const QPoint &point);
 
 private:

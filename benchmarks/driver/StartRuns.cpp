@@ -52,7 +52,7 @@ Rows StartRuns::run(Spectator &spectator, const Programs &programs, int rounds)
     Start a = {programs.emptyWindow, stock};
     Start b = {programs.plainWindow, stock};
     Start c = {programs.plainWindow, raster};
-    // The first of each fills the system's file cache and is not counted.
+    // The first start of each only fills the system's file cache.
     for (Start *start : {&a, &b, &c, &ours}) {
         Start warmUp = *start;
         once(spectator, warmUp);

@@ -7,12 +7,12 @@
 
 class Spectator;
 
-/// Opens the program and the floors in turn and compares what each has cost when its window shows
-/// its first content, and two seconds later.
+/// Starts the program and the floors in turn and compares their costs at the first paint and two
+/// seconds later.
 class StartRuns
 {
 public:
-    /// The paths of what is started; \a display is where.
+    /// The paths of the programs, and the display for them.
     struct Programs
     {
         QString ours;

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// A world in which the device is in its bootloader.
+/// A testbed with the device in its bootloader.
 class Bootloader
 {
 public:
@@ -71,11 +71,11 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription("Compares the program with the floors that lie beside this.");
+    parser.setApplicationDescription("Compares the program with the floors in this folder.");
     parser.addHelpOption();
-    parser.addOption({"rounds", "How often each thing is measured.", "number", "10"});
-    parser.addPositionalArgument("program", "What is measured.");
-    parser.addPositionalArgument("folder", "Where table.md and picture.svg are written.");
+    parser.addOption({"rounds", "The number of measurements.", "number", "10"});
+    parser.addPositionalArgument("program", "The program to measure.");
+    parser.addPositionalArgument("folder", "The folder for table.md and picture.svg.");
     parser.process(application);
     const QStringList arguments = parser.positionalArguments();
     if (arguments.size() != 2) {

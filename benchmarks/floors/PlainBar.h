@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QWidget>
 
-/// The least that a progress bar painted by itself can be, for comparison with the kit's.
+/// A minimal custom-painted progress bar, for comparison with the kit's.
 class PlainBar : public QWidget
 {
 public:

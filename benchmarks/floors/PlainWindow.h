@@ -8,8 +8,8 @@
 class PlainBar;
 class QLabel;
 
-/// What a frameless window with two styled labels, a bar and two styled buttons costs when nobody
-/// has written anything around it.
+/// A frameless window with two styled labels, a bar and two styled buttons, without a program
+/// behind it.
 class PlainWindow : public QWidget
 {
 public:

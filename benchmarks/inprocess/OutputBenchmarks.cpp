@@ -30,7 +30,7 @@ void waitForText(const QLabel *label, const QString &text)
     }
 }
 
-/// The window after an upgrade: its tool still runs and is heard, its timer is gone.
+/// The window after an upgrade: the tool is still running and connected, the timer is deleted.
 class WatchingWindow
 {
 public:
@@ -52,7 +52,7 @@ private:
     std::unique_ptr<SilentTool> m_tool;
 };
 
-/// A process whose output goes to one slot, and a window of the same kind beside it.
+/// A process with one slot for its output, and a plain window.
 class BareProcess
 {
 public:
@@ -76,10 +76,10 @@ private:
 
 using Clock = std::chrono::steady_clock;
 
-/// When a label last got a text.
+/// The last time that a label got a text.
 Clock::time_point s_shown;
 
-/// Lets the tool \a say what makes \a label show \a text, as often as wanted.
+/// Measures the time from \a say, which writes the tool's output, until \a label has \a text.
 template <class Say>
 void measureUntilShown(benchmark::State &state, QLabel *label, const QString &text, Say say)
 {
@@ -136,7 +136,7 @@ double cpuSeconds()
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// One megabyte in each iteration, as much at once as a channel holds.
+/// Writes one megabyte in each iteration, in chunks of the pipe's size.
 void measureDraining(benchmark::State &state, SilentTool &tool)
 {
     constexpr int kChunk = 65536;
@@ -185,8 +185,8 @@ constexpr int kMegabytes = 2;
 
 } // namespace
 
-// Goes before Qt's own for whatever is linked into this program: what a slot does after it has
-// shown the text is not counted.
+// Replaces Qt's function in this program, to exclude the work that a slot does after it has set the
+// text.
 void QLabel::setText(const QString &text)
 {
     using SetText = void (*)(QLabel *, const QString &);

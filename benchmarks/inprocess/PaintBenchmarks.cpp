@@ -51,7 +51,7 @@ void paintEdge(QPainter &painter, const QRect &place, const QPixmap &piece)
         QPointF(0, 0));
 }
 
-/// The list of rectangles is made for each paint here too: the painter keeps nothing on purpose.
+/// Creates the list of rectangles in each paint, as the painter does, which caches nothing.
 void ninePatchFloor(benchmark::State &state)
 {
     const std::array<QPixmap, 8> pieces = cut(buttonPicture());

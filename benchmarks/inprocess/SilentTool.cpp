@@ -31,7 +31,7 @@ pid_t lastChild()
 void write(int channel, const QByteArray &text)
 {
     if (::write(channel, text.constData(), static_cast<size_t>(text.size())) != text.size()) {
-        qFatal("The tool's channel is full");
+        qFatal("Cannot write to the tool's output channel");
     }
 }
 

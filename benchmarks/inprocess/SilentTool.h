@@ -8,32 +8,32 @@
 
 #include <sys/types.h>
 
-/// A tool that says nothing of its own. What it is to say is written into its own channels from
-/// here, so that no other process has to wake up in between.
+/// A tool that prints nothing. This class writes to its output channels instead, so that no other
+/// process has to wake up in between.
 class SilentTool
 {
 public:
-    /// Puts a tool beside the program that runs \a script when it is started.
+    /// Writes a tool that runs \a script to the application directory.
     static void install(const QByteArray &script);
 
-    /// The usual one: it sleeps.
+    /// The same for the usual tool, which sleeps.
     static void install() { install("exec sleep 1000"); }
 
     static QString path();
 
-    /// Takes hold of the one that this process has started last; waits until it sleeps.
+    /// Takes over the tool that this process started last; waits until it sleeps.
     SilentTool();
-    /// Kills it.
+    /// Kills the tool.
     ~SilentTool();
 
     SilentTool(const SilentTool &) = delete;
     SilentTool &operator=(const SilentTool &) = delete;
 
-    /// At most 64 kB on standard output or standard error.
+    /// Writes at most 64 kB to standard output or standard error.
     void say(const QByteArray &text);
     void complain(const QByteArray &text);
 
-    /// How much of what it said on standard output nobody has read.
+    /// The number of bytes on standard output that have not been read.
     int unread() const;
 
 private:
