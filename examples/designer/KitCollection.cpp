@@ -34,7 +34,7 @@ void fillHalf(QWidget *widget, SampleStrips & /*samples*/)
 
 void dressStretched(QWidget *widget, SampleStrips &samples)
 {
-    // So wide a border leaves no unpainted centre in a new button.
+    // With this border, the unpainted centre of a new button is empty.
     static_cast<MButton *>(widget)->setPixmap(samples.path(kFace, 2), kFace.height() / 2);
 }
 
@@ -45,7 +45,7 @@ template <class Button> void dressFourFrames(QWidget *widget, SampleStrips &samp
 
 template <class Button> void dressTwoPictures(QWidget *widget, SampleStrips &samples)
 {
-    // The switch cuts each into four frames, the function button shows them whole.
+    // SwitchButton cuts each picture into four frames, FuncButton does not cut them.
     constexpr int kFrames = std::is_same_v<Button, SwitchButton> ? 4 : 1;
     static_cast<Button *>(widget)->setPixmap(samples.path(kFace, kFrames),
                                              samples.path(kFace, kFrames));
@@ -61,22 +61,26 @@ template <class Button> void dressFaceAndIcon(QWidget *widget, SampleStrips &sam
 QVector<KitClass> kitClasses()
 {
     return {
-        {"ColorButton", "A colour to choose, as a radio button", {40, 20}, make<ColorButton>, {}},
+        {"ColorButton",
+         "A colour swatch that acts as a radio button",
+         {40, 20},
+         make<ColorButton>,
+         {}},
         {"CustomArea", "A plain area of one colour", {200, 120}, make<CustomArea>, {}},
         {"CustomProgressBar", "A flat progress bar", {200, 20}, make<CustomProgressBar>, fillHalf},
-        {"FuncButton", "A button of a tool bar, with two pictures and a caption", kFace,
-         make<FuncButton>, dressTwoPictures<FuncButton>},
-        {"IconButton", "A button with a face, an icon and a title beside it", kFace,
+        {"FuncButton", "A tool bar button with two pictures and a caption", kFace, make<FuncButton>,
+         dressTwoPictures<FuncButton>},
+        {"IconButton", "A button with a background, an icon and a title beside the icon", kFace,
          make<IconButton>, dressFaceAndIcon<IconButton>},
-        {"ImageButton", "A button that is a picture of four frames", kFace, make<ImageButton>,
-         dressFourFrames<ImageButton>},
-        {"MButton", "A button stretched from a picture of two frames, with a text", kFace,
+        {"ImageButton", "A button that consists of a picture with four frames", kFace,
+         make<ImageButton>, dressFourFrames<ImageButton>},
+        {"MButton", "A button with a stretched picture of two frames and a text", kFace,
          make<MButton>, dressStretched},
-        {"ProfileButton", "A button with a face, an icon and a title in its middle", kFace,
+        {"ProfileButton", "A button with a background, an icon and a centred title", kFace,
          make<ProfileButton>, dressFaceAndIcon<ProfileButton>},
-        {"SwitchButton", "An on/off switch from two pictures of four frames", kFace,
+        {"SwitchButton", "An on/off switch with two pictures of four frames", kFace,
          make<SwitchButton>, dressTwoPictures<SwitchButton>},
-        {"tabButton", "One tab of a row, from a picture of four frames", kFace, make<tabButton>,
+        {"tabButton", "One tab in a row, with a picture of four frames", kFace, make<tabButton>,
          dressFourFrames<tabButton>},
     };
 }

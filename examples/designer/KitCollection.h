@@ -11,11 +11,11 @@
 #include <memory>
 #include <vector>
 
-/// The plugin that puts the widget kit into Qt Designer's widget box and into reach of QUiLoader.
+/// The plugin that adds the widget kit to Qt Designer's widget box and to QUiLoader.
 ///
-/// The three buttons with a title take it at construction and have no property for it, so a form
-/// makes them without one. A ProfileButton gets it by SetTitle; promote the other two to classes of
-/// your own that pass it.
+/// The title of IconButton, FuncButton and ProfileButton is a constructor argument, not a property,
+/// so a form creates them without a title. Set that of a ProfileButton with SetTitle(). Promote the
+/// other two to a subclass that passes its title to the constructor.
 class KitCollection : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ class KitCollection : public QObject, public QDesignerCustomWidgetCollectionInte
 public:
     KitCollection();
 
-    /// One entry per class of the kit; they belong to the collection.
+    /// One entry for each class of the kit, owned by the collection.
     QList<QDesignerCustomWidgetInterface *> customWidgets() const override;
 
 private:

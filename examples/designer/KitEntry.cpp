@@ -47,14 +47,14 @@ QIcon KitEntry::icon() const
 
 bool KitEntry::isContainer() const
 {
-    // The area is the only one that lies below others.
+    // Only this class is meant as a background for other widgets.
     return m_class.name == "CustomArea";
 }
 
 QString KitEntry::domXml() const
 {
-    // An object of the same name as its class would hide the class in the code made of the form,
-    // and one class begins with a lower-case letter.
+    // An object with the name of its class would hide the class in the generated code. One class
+    // name starts with a lower-case letter.
     return QString(R"(<ui language="c++"><widget class="%1" name="%2"><property name="geometry">)"
                    "<rect><x>0</x><y>0</y><width>%3</width><height>%4</height></rect>"
                    "</property></widget></ui>")

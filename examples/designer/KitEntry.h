@@ -12,14 +12,14 @@
 class QWidget;
 class SampleStrips;
 
-/// What Designer needs to know of one class of the kit.
+/// Describes one class of the kit to Designer.
 struct KitClass
 {
     QString name;
-    QString purpose; ///< one line
-    QSize size; ///< of a new widget, in pixels
+    QString purpose; ///< the tool tip
+    QSize size; ///< the size of a new widget, in pixels
     std::function<QWidget *(QWidget *parent)> make;
-    std::function<void(QWidget *, SampleStrips &)> dress; ///< gives it sample pictures; may be null
+    std::function<void(QWidget *, SampleStrips &)> dress; ///< sets sample pictures; may be null
 };
 
 /// One class of the kit in Designer's widget box.
@@ -29,7 +29,7 @@ class KitEntry : public QObject, public QDesignerCustomWidgetInterface
     Q_INTERFACES(QDesignerCustomWidgetInterface)
 
 public:
-    /// \a samples is not owned and outlives the entry.
+    /// \a samples is not owned and must outlive the entry.
     KitEntry(KitClass kitClass, SampleStrips *samples);
 
     QString name() const override;
@@ -42,11 +42,12 @@ public:
     QString domXml() const override;
 
     bool isInitialized() const override;
-    /// Only Designer calls this; QUiLoader does not.
+    /// Called by Designer, but not by QUiLoader.
     void initialize(QDesignerFormEditorInterface *core) override;
 
-    /// In Designer the widget gets sample pictures to be seen by. In a loaded form it stays as its
-    /// constructor leaves it: some classes would keep the samples in front of the real pictures.
+    /// Sets sample pictures in Designer, where the widget would be invisible otherwise. In a loaded
+    /// form it must not: classes that append frames would show the samples instead of the real
+    /// pictures.
     QWidget *createWidget(QWidget *parent) override;
 
 private:

@@ -14,7 +14,7 @@ QString SampleStrips::path(const QSize &frame, int count)
     if (QFile::exists(path)) {
         return path;
     }
-    // Slate blue that grows lighter from frame to frame.
+    // Slate blue, lighter from frame to frame.
     constexpr int kHue = 210;
     constexpr int kSaturation = 70;
     constexpr int kDarkest = 110;

@@ -7,13 +7,13 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// Plain pictures to see the kit's buttons by while a form is being drawn; they are painted when
-/// first asked for and vanish with this object.
+/// Plain sample pictures for the kit's buttons in Designer. They are created on demand and deleted
+/// with this object.
 class SampleStrips
 {
 public:
-    /// The path of a strip of \a count frames of \a frame pixels. Where nothing can be written
-    /// there is no file, and a button shows nothing.
+    /// The path of a strip with \a count frames of \a frame pixels. If the file cannot be written,
+    /// buttons show nothing.
     QString path(const QSize &frame, int count);
 
 private:

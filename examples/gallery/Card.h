@@ -10,7 +10,7 @@
 class QHBoxLayout;
 class QVBoxLayout;
 
-/// What the gallery shows of one class: its name, a sentence and rows of specimens.
+/// The gallery's card for one class: its name, a summary and rows of specimens.
 class Card : public QFrame
 {
     Q_OBJECT
@@ -20,13 +20,13 @@ public:
 
     QString className() const;
 
-    /// Begins a new row; the following specimens go there.
+    /// Starts a new row for the specimens that follow.
     void addRow();
 
-    /// Adds \a widget to the present row, at the left.
+    /// Adds \a widget to the current row, at the left.
     Specimen *addLook(QWidget *widget, const QString &label);
 
-    /// Adds \a widget at the right end of the present row, as one to play with.
+    /// Adds \a widget at the right end of the current row, for interaction.
     Specimen *addLive(QWidget *widget, const QString &label = "live");
 
 private:

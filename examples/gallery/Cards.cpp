@@ -27,7 +27,7 @@ namespace {
 
 const QString kStillCaption = "Open";
 
-/// Adds the normal, the hover and the pressed look of what \a make makes.
+/// Adds the normal, hover and pressed looks of buttons from \a make.
 template <class Make> void addPointerLooks(Card *card, const Make &make)
 {
     const QVector<QPair<Look, QString>> looks
@@ -46,7 +46,7 @@ void addDisabled(Card *card, QAbstractButton *button)
     card->addLook(button, "disabled");
 }
 
-/// Lets the controls show which signals \a button emits.
+/// Shows the signals of \a button in the controls.
 void follow(QAbstractButton *button, const Card *card, Controls *controls)
 {
     const QString name = card->className();
@@ -73,8 +73,7 @@ Specimen *addLive(Card *card, QAbstractButton *button, Controls *controls)
 
 Card *Cards::forMButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("MButton", "Text on a picture, stretched by its border or drawn as it is",
-                          parent);
+    auto *card = new Card("MButton", "Text on a picture, stretched or unscaled", parent);
     const auto make = [card] {
         return Specimens::stretchedButton(card, kStillCaption);
     };
@@ -96,7 +95,7 @@ Card *Cards::forMButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forImageButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("ImageButton", "Nothing but a picture; it clicks by itself", parent);
+    auto *card = new Card("ImageButton", "A button that consists of a picture only", parent);
     const auto make = [card] {
         return Specimens::imageButton(card);
     };
@@ -108,7 +107,7 @@ Card *Cards::forImageButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forTabButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("tabButton", "One tab of a row; its owner selects it", parent);
+    auto *card = new Card("tabButton", "One tab in a row; the row's owner selects it", parent);
     const auto make = [card] {
         return Specimens::tab(card, kStillCaption);
     };
@@ -128,11 +127,11 @@ Card *Cards::forTabButton(QWidget *parent, Controls *controls)
 Card *Cards::forColorButton(QWidget *parent, Controls *controls)
 {
     const QColor accent(0x19, 0xf0, 0xea);
-    auto *card = new Card("ColorButton", "A colour swatch; a row of them is exclusive", parent);
+    auto *card = new Card("ColorButton", "A colour swatch that acts as a radio button", parent);
     ColorButton *unchecked = Specimens::swatch(card, accent);
     Specimens::freeze(unchecked, Look::Normal);
     card->addLook(unchecked, "unchecked");
-    // In a parent of its own, since siblings exclude each other.
+    // Has its own parent, since siblings are exclusive.
     auto *checkedPlace = new QWidget(card);
     ColorButton *checked = Specimens::swatch(checkedPlace, accent);
     checkedPlace->setFixedSize(checked->size());
@@ -158,7 +157,7 @@ Card *Cards::forColorButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forFuncButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("FuncButton", "A tool bar's function, with a caption below", parent);
+    auto *card = new Card("FuncButton", "A tool bar button with a caption", parent);
     const auto make = [card](const QString &caption) {
         return Specimens::functionButton(card, caption);
     };
@@ -172,7 +171,7 @@ Card *Cards::forFuncButton(QWidget *parent, Controls *controls)
     QObject::connect(controls, &Controls::checkedChanged, live, [live](bool checked) {
         static_cast<FuncButton *>(live->widget())->setCheck(checked);
     });
-    // Its caption is fixed, so another caption takes another button.
+    // The caption cannot change, so a new caption needs a new button.
     QObject::connect(controls, &Controls::captionChanged, live, [=](const QString &caption) {
         FuncButton *button = make(caption);
         button->setEnabled(controls->isSubjectEnabled());
@@ -185,7 +184,7 @@ Card *Cards::forFuncButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forIconButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("IconButton", "Background, icon and a title beside the icon", parent);
+    auto *card = new Card("IconButton", "Background, icon, and a title beside the icon", parent);
     const auto make = [card](const QString &caption) {
         return Specimens::iconButton(card, caption);
     };
@@ -202,7 +201,7 @@ Card *Cards::forIconButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forProfileButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("ProfileButton", "Background, icon and a title in the middle", parent);
+    auto *card = new Card("ProfileButton", "Background, icon, and a centred title", parent);
     addPointerLooks(card, [card] { return Specimens::profileButton(card, "Guest"); });
     ProfileButton *live = Specimens::profileButton(card, controls->caption());
     addLive(card, live, controls);
@@ -212,14 +211,14 @@ Card *Cards::forProfileButton(QWidget *parent, Controls *controls)
 
 Card *Cards::forSwitchButton(QWidget *parent, Controls *controls)
 {
-    auto *card = new Card("SwitchButton", "On or off; it flips when the button goes down", parent);
+    auto *card = new Card("SwitchButton", "An on/off switch; it changes on the press", parent);
     for (const bool on : {false, true}) {
         const QVector<QPair<Look, QString>> looks = {
             {Look::Normal, on ? "on" : "off"}, {Look::Hover, "hover"}, {Look::Pressed, "pressed"}};
         for (const auto &look : looks) {
             SwitchButton *button = Specimens::lightSwitch(card, on);
             Specimens::freeze(button, look.first);
-            button->setCheck(on); // the press has flipped it
+            button->setCheck(on); // the press has changed it
             card->addLook(button, look.second);
         }
     }
@@ -247,10 +246,10 @@ Card *Cards::forCustomProgressBar(QWidget *parent, Controls *controls)
 
 Card *Cards::forCustomArea(QWidget *parent)
 {
-    auto *card = new Card("CustomArea", "A plain ground for a window", parent);
+    auto *card = new Card("CustomArea", "A coloured background for a window", parent);
     auto *plain = new CustomArea(card);
     plain->setFixedSize(88, 44);
-    card->addLook(plain, "as made");
+    card->addLook(plain, "default");
     auto *coloured = new CustomArea(card);
     coloured->setAreaColor(QColor(0x0b, 0x6e, 0x78));
     coloured->setFixedSize(88, 44);
@@ -262,8 +261,8 @@ Card *Cards::forNinePatchPainter(QWidget *parent)
 {
     constexpr int kBorder = 16;
 
-    auto *card = new Card("NinePatchPainter",
-                          "Stretches edges, keeps corners, leaves the centre open", parent);
+    auto *card
+        = new Card("NinePatchPainter", "Keeps corners, stretches edges, skips the centre", parent);
     const QPixmap picture(Specimens::path("patch.png"));
     auto *source = new QLabel(card);
     source->setPixmap(picture);

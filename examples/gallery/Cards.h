@@ -7,7 +7,7 @@ class Card;
 class Controls;
 class QWidget;
 
-/// Builds the card of each class of the kit, its live specimens connected to the controls.
+/// Creates the card for each class of the kit and connects its live specimens to the controls.
 namespace Cards {
 
 Card *forMButton(QWidget *parent, Controls *controls);

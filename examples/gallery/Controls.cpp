@@ -15,9 +15,9 @@ Controls::Controls(QWidget *parent)
     , m_checked(new QCheckBox("Checked", this))
     , m_caption(new QLineEdit("Open", this))
     , m_value(new QSlider(Qt::Horizontal, this))
-    , m_report(new QLabel("Click a live button", this))
+    , m_report(new QLabel("Click a live widget", this))
 {
-    constexpr int kCaptionLength = 8; // what fits the narrowest specimen
+    constexpr int kCaptionLength = 8; // fits the narrowest specimen
 
     setObjectName("controls");
     setFixedWidth(216);

@@ -11,7 +11,7 @@ class QLineEdit;
 class QSlider;
 class QVBoxLayout;
 
-/// The column that drives all live specimens at once, and tells which signal they emitted last.
+/// The controls for all live specimens. They also show the last signal that a specimen emitted.
 class Controls : public QFrame
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     QString caption() const;
     int value() const;
 
-    /// For a specimen that was checked by hand.
+    /// Follows a specimen that the user has checked.
     void setSubjectChecked(bool checked);
 
     /// Shows that a specimen of the class \a className has emitted \a signal.

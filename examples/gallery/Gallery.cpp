@@ -16,7 +16,7 @@
 
 namespace {
 
-// Each rule names what it is for, so that none reaches the widgets on show.
+// Each rule has a selector that does not match the specimens.
 const char *const kStyle = R"(
     #page { background: #0f171d; }
     #scroll { background: #0f171d; border: none; }
@@ -96,7 +96,7 @@ QWidget *Gallery::buildSide()
     layout->setSpacing(6);
     auto *title = new QLabel("Widget kit", side);
     title->setObjectName("title");
-    auto *subtitle = new QLabel("Every class in every look.\nThe live ones follow the\n"
+    auto *subtitle = new QLabel("All widgets in all looks.\nLive widgets react to the\n"
                                 "pointer and these controls.",
                                 side);
     subtitle->setObjectName("subtitle");

@@ -9,7 +9,7 @@
 class Card;
 class Controls;
 
-/// One window that shows every class of the kit in every look, with live ones to play with.
+/// The gallery's window: all classes of the kit in all looks, with live specimens.
 class Gallery : public QWidget
 {
     Q_OBJECT
@@ -17,10 +17,10 @@ class Gallery : public QWidget
 public:
     explicit Gallery(QWidget *parent = nullptr);
 
-    /// A picture of the whole window, also of what the screen has no room for.
+    /// A picture of the whole page, even if the screen is too small for it.
     QPixmap picture();
 
-    /// One card per class, in the order in which they stand.
+    /// The cards of all classes, in the order on the page.
     QVector<Card *> cards() const;
 
 private:

@@ -7,7 +7,7 @@
 
 #include <QWidget>
 
-/// Paints a picture over its whole area with a NinePatchPainter; a button would do it likewise.
+/// Paints a picture over its whole area with a NinePatchPainter, as a button would.
 class PatchSample : public QWidget
 {
     Q_OBJECT

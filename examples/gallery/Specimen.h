@@ -7,7 +7,7 @@
 
 class QVBoxLayout;
 
-/// One kit widget on show, with a word below it that tells which look it is.
+/// One widget of the kit with a label below it that names its look.
 class Specimen : public QWidget
 {
     Q_OBJECT
@@ -15,12 +15,12 @@ class Specimen : public QWidget
 public:
     enum Kind { Still, Live };
 
-    /// Takes \a widget, which keeps its size. A live one gets a label in the accent colour.
+    /// Takes ownership of \a widget, which keeps its size. Live ones have a coloured label.
     Specimen(QWidget *widget, const QString &label, Kind kind, QWidget *parent);
 
     QWidget *widget() const;
 
-    /// Deletes the present widget and shows \a widget in its place.
+    /// Deletes the current widget and shows \a widget instead.
     void setWidget(QWidget *widget);
 
 private:

@@ -23,7 +23,7 @@ QString Specimens::path(const QString &name)
 
 MButton *Specimens::stretchedButton(QWidget *parent, const QString &caption)
 {
-    constexpr int kBorder = 18; // half the height, so that no centre is left open
+    constexpr int kBorder = 18; // half the height, so that the unpainted centre is empty
 
     auto *button = new MButton(parent);
     button->setPixmap(path("action.png"), kBorder);

@@ -18,13 +18,13 @@ class QWidget;
 class SwitchButton;
 class tabButton;
 
-/// Makes kit widgets dressed in the gallery's sample pictures, each with the size that suits them
-/// and owned by the given parent.
+/// Creates widgets of the kit with the gallery's sample pictures and a suitable size, owned by the
+/// given parent.
 namespace Specimens {
 
 enum class Look { Normal, Hover, Pressed };
 
-/// Where the sample picture \a name is found.
+/// The resource path of the sample picture \a name.
 QString path(const QString &name);
 
 MButton *stretchedButton(QWidget *parent, const QString &caption);
@@ -38,7 +38,7 @@ ProfileButton *profileButton(QWidget *parent, const QString &caption);
 SwitchButton *lightSwitch(QWidget *parent, bool on);
 CustomProgressBar *progressBar(QWidget *parent, int width, int value);
 
-/// Brings \a button into \a look by events like those of a pointer, then closes it to real ones.
+/// Sends pointer events to \a button until it has \a look, and makes it ignore real ones.
 void freeze(QAbstractButton *button, Look look);
 
 } // namespace Specimens

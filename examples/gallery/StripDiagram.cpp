@@ -18,7 +18,7 @@ constexpr int kTitle = 24;
 constexpr int kRuler = 18;
 constexpr int kCaption = 22;
 constexpr int kGap = 16;
-constexpr int kLeastFrame = 96; // room for what stands below a narrow frame
+constexpr int kLeastFrame = 96; // leaves room for the text below a narrow frame
 
 const QColor kGround(0x17, 0x21, 0x2b);
 const QColor kDark(0x26, 0x34, 0x41);
@@ -34,7 +34,7 @@ QFont font(int pixels, bool bold = false)
     return result;
 }
 
-/// A chequered ground, on which transparency shows.
+/// A chequered background that shows transparency.
 void fillChequers(QPainter &painter, const QRect &rect)
 {
     constexpr int kField = 8;

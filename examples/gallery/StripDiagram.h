@@ -7,20 +7,20 @@
 #include <QStringList>
 #include <QVector>
 
-/// Draws to scale how a picture is cut: a frame's left edge above it, what it serves below.
+/// Draws to scale how a picture is cut. Each frame has its left edge above it and its use below.
 namespace StripDiagram {
 
 struct Strip
 {
     QString title;
     QString path;
-    QStringList frames; ///< what each frame serves, from left to right
+    QStringList frames; ///< the use of each frame, from left to right
 };
 
-/// The \a strips below each other, each twice as large as it is.
+/// Draws the \a strips below each other, at twice their size.
 QImage draw(const QVector<Strip> &strips);
 
-/// The picture at \a path with the lines along which a nine-patch of \a border pixels cuts it.
+/// Draws the picture at \a path with the lines along which a nine-patch with \a border cuts it.
 QImage drawPatch(const QString &path, int border);
 
 } // namespace StripDiagram

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Pictures are made without a display. Qt wants to know that before it reads its arguments.
+/// Saving pictures needs no display. Qt has to know this before it parses the arguments.
 bool makesPictures(int argc, char *argv[])
 {
     return std::any_of(argv, argv + argc, [](const char *argument) {
@@ -35,7 +35,7 @@ int main(int argc, char *argv[])
     if (makesPictures(argc, argv)) {
         setDefault("QT_QPA_PLATFORM", "offscreen");
     }
-    setDefault("QT_FONT_DPI", "72"); // a point is a pixel, as the sample pictures expect
+    setDefault("QT_FONT_DPI", "72"); // a point is a pixel, as for the sample pictures
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
 
@@ -44,11 +44,11 @@ int main(int argc, char *argv[])
     QApplication::setFont(font);
 
     QCommandLineParser parser;
-    parser.setApplicationDescription("Shows every class of the widget kit in every look.");
+    parser.setApplicationDescription("Shows all classes of the widget kit in all looks.");
     parser.addHelpOption();
-    const QCommandLineOption save("save", "Saves a picture of the window and ends.", "FILE.png");
+    const QCommandLineOption save("save", "Saves a picture of the window and exits.", "FILE.png");
     const QCommandLineOption saveDocuments("save-documents",
-                                           "Saves the pictures of the manual and ends.", "FOLDER");
+                                           "Saves the pictures of the manual and exits.", "FOLDER");
     parser.addOptions({save, saveDocuments});
     parser.process(application);
 
@@ -58,7 +58,7 @@ int main(int argc, char *argv[])
         return gallery.picture().save(parser.value(save)) ? 0 : 1;
     }
     if (parser.isSet(saveDocuments)) {
-        gallery.picture(); // lays the cards out
+        gallery.picture(); // applies the layout
         return DocumentPictures::save(gallery, parser.value(saveDocuments)) ? 0 : 1;
     }
     gallery.show();

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Prints a line for each HID device that comes or goes, until it is interrupted.
+// Prints a line for each HID device that arrives or is removed, until it is interrupted.
 
 #include "device/DeviceComm.h"
 #include "device/HidPlugHook.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A name comes from the device, which must not get to steer the terminal.
+/// Replaces control characters: the name is from the device and must not control the terminal.
 QString printable(QString text)
 {
     for (QChar &character : text) {
@@ -28,7 +28,7 @@ void printPlug(int arrived, int vendorId, int productId, int usage, int usagePag
                const wchar_t *productName, void *context)
 {
     const QString line = QString("%1 %2:%3 usage %4:%5 %6\n")
-                             .arg(QString(arrived != 0 ? "came" : "went"))
+                             .arg(QString(arrived != 0 ? "arrived" : "removed"))
                              .arg(vendorId, 4, 16, QChar('0'))
                              .arg(productId, 4, 16, QChar('0'))
                              .arg(usagePage, 4, 16, QChar('0'))
@@ -43,10 +43,10 @@ void printPlug(int arrived, int vendorId, int productId, int usage, int usagePag
 
 int main(int argc, char *argv[])
 {
-    // Only then does macOS tell a program without windows.
+    // Without this, macOS does not notify a program without windows.
     qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
     QCoreApplication application(argc, argv);
     register_hid_plug_callback(printPlug, stdout);
-    DeviceComm::GetInst(); // the watch lives as long as it does
+    DeviceComm::GetInst(); // starts watching
     return QCoreApplication::exec();
 }

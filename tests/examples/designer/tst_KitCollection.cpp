@@ -32,16 +32,16 @@ class tst_KitCollection : public QObject
 
 private slots:
     void initTestCase();
-    void offersTheWholeKit();
+    void offersAllClasses();
     void entryIsComplete_data() { eachClass(); }
     void entryIsComplete();
     void createsByName_data() { eachClass(); }
     void createsByName();
-    void refusesAnUnknownName();
+    void rejectsAnUnknownName();
     void loadsItsOwnForm_data() { eachClass(); }
     void loadsItsOwnForm();
-    void loadsAFormOfTwo();
-    void areaTakesChildren();
+    void loadsAFormWithTwoWidgets();
+    void areaIsAContainer();
     void showsSamplesInDesignerOnly_data();
     void showsSamplesInDesignerOnly();
 
@@ -93,7 +93,7 @@ void tst_KitCollection::initTestCase()
     m_loader->addPluginPath(QFileInfo(kPlugin).path());
 }
 
-void tst_KitCollection::offersTheWholeKit()
+void tst_KitCollection::offersAllClasses()
 {
     QStringList names;
     for (const QDesignerCustomWidgetInterface *candidate : m_entries) {
@@ -101,7 +101,7 @@ void tst_KitCollection::offersTheWholeKit()
     }
     QCOMPARE(names, kKit);
 
-    // Each class of the kit that is a widget has a header of its name.
+    // Each widget class has a header with its name.
     QStringList widgets;
     for (const QString &header : QDir(kHeaders.filePath("widgets")).entryList({"*.h"})) {
         QFile file(kHeaders.filePath("widgets/" + header));
@@ -140,7 +140,7 @@ void tst_KitCollection::createsByName()
     QCOMPARE(widget->objectName(), "thing");
 }
 
-void tst_KitCollection::refusesAnUnknownName()
+void tst_KitCollection::rejectsAnUnknownName()
 {
     WarningCatcher warnings;
     QWidget parent;
@@ -163,7 +163,7 @@ void tst_KitCollection::loadsItsOwnForm()
     QVERIFY(widget->objectName() != name);
 }
 
-void tst_KitCollection::loadsAFormOfTwo()
+void tst_KitCollection::loadsAFormWithTwoWidgets()
 {
     const std::unique_ptr<QWidget> form = loadForm(
         R"(<ui version="4.0"><class>Form</class><widget class="QWidget" name="Form">
@@ -182,7 +182,7 @@ void tst_KitCollection::loadsAFormOfTwo()
     QVERIFY(colour->isChecked());
 }
 
-void tst_KitCollection::areaTakesChildren()
+void tst_KitCollection::areaIsAContainer()
 {
     const std::unique_ptr<QWidget> area
         = loadForm(R"(<ui version="4.0"><widget class="CustomArea" name="area">
@@ -197,7 +197,7 @@ void tst_KitCollection::showsSamplesInDesignerOnly_data()
     QTest::addColumn<QString>("name");
 
     for (const QString &name : kKit) {
-        // The others are painted without pictures.
+        // These three need no pictures.
         if (name != "ColorButton" && name != "CustomArea" && name != "CustomProgressBar") {
             QTest::newRow(qPrintable(name)) << name;
         }

@@ -19,10 +19,10 @@
 
 namespace {
 
-/// The cards as they look now, by their classes.
+/// Pictures of the cards, by class.
 QMap<QString, QImage> cardPictures(Gallery &gallery)
 {
-    gallery.picture(); // lays the window out
+    gallery.picture(); // applies the layout
     QMap<QString, QImage> pictures;
     for (Card *card : gallery.cards()) {
         pictures[card->className()] = card->grab().toImage();
@@ -59,17 +59,17 @@ class tst_Gallery : public QObject
     Q_OBJECT
 
 private slots:
-    void showsEveryClass();
+    void showsAllClasses();
     void stillsDifferByLook_data();
     void stillsDifferByLook();
-    void controlsDriveTheLiveOnes_data();
-    void controlsDriveTheLiveOnes();
-    void switchIsFollowedByItsControl();
-    void savesItsPictureWithoutADisplay();
+    void controlsChangeLiveWidgets_data();
+    void controlsChangeLiveWidgets();
+    void controlFollowsTheSwitch();
+    void savesAPictureWithoutADisplay();
     void savesThePicturesOfTheManual();
 };
 
-void tst_Gallery::showsEveryClass()
+void tst_Gallery::showsAllClasses()
 {
     const Gallery gallery;
     QStringList names;
@@ -101,7 +101,7 @@ void tst_Gallery::stillsDifferByLook()
     QFETCH(int, looks);
 
     Gallery gallery;
-    gallery.picture(); // lays the window out
+    gallery.picture(); // applies the layout
     QSet<QByteArray> pictures;
     for (QAbstractButton *button : gallery.findChildren<QAbstractButton *>()) {
         const bool isStill = button->testAttribute(Qt::WA_TransparentForMouseEvents);
@@ -114,22 +114,22 @@ void tst_Gallery::stillsDifferByLook()
     QCOMPARE(pictures.size(), looks);
 }
 
-void tst_Gallery::controlsDriveTheLiveOnes_data()
+void tst_Gallery::controlsChangeLiveWidgets_data()
 {
     QTest::addColumn<QString>("control");
     QTest::addColumn<QStringList>("changing");
 
-    QTest::newRow("enabled: the classes with a disabled look")
+    QTest::newRow("enabled: classes with a disabled look")
         << "enabled" << QStringList{"ImageButton", "MButton"};
-    QTest::newRow("checked: the classes with a mark")
+    QTest::newRow("checked: classes with a selected state")
         << "checked" << QStringList{"FuncButton", "SwitchButton", "tabButton"};
-    QTest::newRow("caption: the classes with one")
+    QTest::newRow("caption: classes with a caption")
         << "caption"
         << QStringList{"FuncButton", "IconButton", "MButton", "ProfileButton", "tabButton"};
     QTest::newRow("value: the progress bar") << "value" << QStringList{"CustomProgressBar"};
 }
 
-void tst_Gallery::controlsDriveTheLiveOnes()
+void tst_Gallery::controlsChangeLiveWidgets()
 {
     QFETCH(QString, control);
     QFETCH(QStringList, changing);
@@ -156,7 +156,7 @@ void tst_Gallery::controlsDriveTheLiveOnes()
     QCOMPARE(changed, changing);
 }
 
-void tst_Gallery::switchIsFollowedByItsControl()
+void tst_Gallery::controlFollowsTheSwitch()
 {
     Gallery gallery;
     const auto switches = gallery.findChildren<SwitchButton *>();
@@ -169,7 +169,7 @@ void tst_Gallery::switchIsFollowedByItsControl()
     QVERIFY(checkBox(gallery, "Checked")->isChecked());
 }
 
-void tst_Gallery::savesItsPictureWithoutADisplay()
+void tst_Gallery::savesAPictureWithoutADisplay()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("gallery.png");

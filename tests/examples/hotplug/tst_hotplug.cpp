@@ -10,7 +10,7 @@ namespace {
 
 const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
 
-/// The example while it runs.
+/// The running example.
 class Example
 {
 public:
@@ -29,7 +29,7 @@ public:
     Example(const Example &) = delete;
     Example &operator=(const Example &) = delete;
 
-    /// Everything so far.
+    /// Its output so far.
     QString output()
     {
         m_output += m_process.readAllStandardOutput();
@@ -48,41 +48,41 @@ class tst_hotplug : public QObject
     Q_OBJECT
 
 private slots:
-    void printsComingAndGoing();
-    void nameCannotSteerTheTerminal();
+    void printsArrivalAndRemoval();
+    void replacesControlCharactersInNames();
 };
 
-void tst_hotplug::printsComingAndGoing()
+void tst_hotplug::printsArrivalAndRemoval()
 {
     Testbed testbed;
     const QString first = testbed.addUsbDevice({0x7F3C, 0x0C51, "First", "1"});
     testbed.addHidInterface(first, kTrigger);
 
     Example example;
-    QString expected = "came 7f3c:0c51 usage ff31:0074 First\n";
+    QString expected = "arrived 7f3c:0c51 usage ff31:0074 First\n";
     QTRY_COMPARE(example.output(), expected);
 
     const QString second
         = testbed.addUsbDevice({0x00AB, 0x0001, QString::fromUtf8("Zweites ä"), "2"});
     testbed.addHidInterface(second, {1, 6, {}, {}});
-    expected += "came 00ab:0001 usage 0001:0006 Zweites ä\n";
+    expected += "arrived 00ab:0001 usage 0001:0006 Zweites ä\n";
     QTRY_COMPARE(example.output(), expected);
 
     testbed.removeUsbDevice(first);
-    expected += "went 7f3c:0c51 usage ff31:0074 First\n";
+    expected += "removed 7f3c:0c51 usage ff31:0074 First\n";
     QTRY_COMPARE(example.output(), expected);
 
     testbed.removeUsbDevice(second);
-    expected += "went 00ab:0001 usage 0001:0006 Zweites ä\n";
+    expected += "removed 00ab:0001 usage 0001:0006 Zweites ä\n";
     QTRY_COMPARE(example.output(), expected);
 }
 
-void tst_hotplug::nameCannotSteerTheTerminal()
+void tst_hotplug::replacesControlCharactersInNames()
 {
     Testbed testbed;
     testbed.addHidInterface(testbed.addUsbDevice({1, 2, "a\x1B[2Jb", "1"}), kTrigger);
     Example example;
-    QTRY_COMPARE(example.output(), QString("came 0001:0002 usage ff31:0074 a?[2Jb\n"));
+    QTRY_COMPARE(example.output(), QString("arrived 0001:0002 usage ff31:0074 a?[2Jb\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_hotplug)
