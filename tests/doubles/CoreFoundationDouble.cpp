@@ -24,7 +24,7 @@ std::atomic<int> objects = 0;
 CFObject *object(CFTypeRef reference)
 {
     if (reference == nullptr) {
-        fail("null where an object must be");
+        fail("unexpected null object");
     }
     return static_cast<CFObject *>(const_cast<void *>(reference));
 }
@@ -93,7 +93,7 @@ void CFRelease(CFTypeRef reference)
 {
     CFObject *const released = object(reference);
     if (--released->references < 0) {
-        fail("released once too often");
+        fail("released too often");
     }
     if (released->references == 0) {
         const std::unique_ptr<CFObject> last(released);
@@ -114,9 +114,10 @@ CFTypeID CFNumberGetTypeID()
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void *value)
 {
     if (type != kCFNumberSInt32Type) {
-        fail("a number type that the double does not know");
+        fail("unsupported number type");
     }
-    // Of one that does not fit only an approximation is promised; in practice its low bits come.
+    // If the number does not fit, Apple only promises an approximation. In practice, CoreFoundation
+    // returns the low bits.
     const auto cut = static_cast<SInt32>(number->value);
     std::memcpy(value, &cut, sizeof cut);
     return static_cast<Boolean>(cut == number->value);
@@ -132,11 +133,11 @@ CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding enc
                          CFIndex maxBufLen, CFIndex *usedBufLen)
 {
     if (encoding != kCFStringEncodingUTF32LE || isExternalRepresentation != 0 || lossByte == 0) {
-        fail("a way of conversion that the double does not know");
+        fail("unsupported conversion");
     }
     if (range.location < 0 || range.length < 0
         || range.location + range.length > CFStringGetLength(string)) {
-        fail("a range outside of the string");
+        fail("range outside the string");
     }
     const std::u16string part = string->text.substr(static_cast<std::size_t>(range.location),
                                                     static_cast<std::size_t>(range.length));

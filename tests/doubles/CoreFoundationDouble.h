@@ -11,10 +11,10 @@
 #include <memory>
 #include <string>
 
-/// An object of the CoreFoundation double, counted by CFRetain and CFRelease.
+/// An object of the CoreFoundation double, with the reference count of CFRetain and CFRelease.
 ///
-/// Releasing more often than was retained ends the process. The derived classes put nothing before
-/// this base, so that a reference to one is also one to it.
+/// Releasing an object too often aborts the process. This must be the first base of a derived
+/// class, so that a reference to the derived object is also one to this base.
 struct CFObject
 {
     CFObject();
@@ -69,11 +69,11 @@ struct DoubleRelease
 
 template <typename Object> using DoubleOwned = std::unique_ptr<Object, DoubleRelease>;
 
-/// How many objects live that someone must release; constants and run loops do not count.
+/// The number of objects that have not been released, without constants and run loops.
 int doubleObjectCount();
 
-/// How many sources the run loop of the calling thread has.
+/// The number of sources in the calling thread's run loop.
 int doubleSourceCount();
 
-/// Whether the run loop waits for something to happen, in whatever mode. Any thread may ask.
+/// Whether the run loop is waiting, in any mode. Thread-safe.
 bool doubleIsWaiting(CFRunLoopRef runLoop);

@@ -9,14 +9,14 @@
 #include <variant>
 #include <vector>
 
-/// The HID side of the IOKit double: devices that come and go, and a record of what is done.
+/// The HID part of the IOKit double: attaches and detaches devices and records calls.
 ///
-/// A manager that is scheduled tells of the devices that are attached already, and of all that
-/// follow, from a run-loop source of its own. One of these exists at a time.
+/// A scheduled manager reports the devices that are already attached and all later changes from its
+/// own run-loop source. Only one object of this class may exist at a time.
 class HidManagerDouble
 {
 public:
-    /// Numbers and texts by their key; other keys are missing.
+    /// Numbers and texts by key. A device has no other properties.
     using Properties = std::map<std::string, std::variant<std::int64_t, std::u16string>>;
 
     HidManagerDouble();
@@ -25,22 +25,22 @@ public:
     HidManagerDouble(const HidManagerDouble &) = delete;
     HidManagerDouble &operator=(const HidManagerDouble &) = delete;
 
-    /// Returns a number for detach().
+    /// Attaches a device and returns a number for detach().
     static int attach(const Properties &properties);
     static void detach(int device);
 
-    /// Has the scheduled manager's handlers called with no device.
+    /// Makes the scheduled manager call its handlers with a null device.
     static void notifyOfNothing();
 
-    /// From now on no manager can be made.
+    /// Makes creating a manager fail from now on.
     static void failToCreate();
 
-    /// Adds to the calls, for what is recorded beside the manager's own.
+    /// Adds a call of another double to the record.
     static void record(const std::string &call);
 
-    /// The calls and the handlers' entries in their order.
+    /// All recorded calls, in order.
     static std::vector<std::string> calls();
 
-    /// The keys of the properties that have been read, in their order.
+    /// The keys of all properties that have been read, in order.
     static std::vector<std::string> reads();
 };

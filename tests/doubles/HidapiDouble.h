@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
-/// What hidapi for macOS finds, as far as DeviceComm uses it. Its enumeration turns the run loop.
+/// A double of the functions of hidapi for macOS that DeviceComm uses. As on macOS, enumerating
+/// runs the run loop.
 ///
-/// Its calls are added to those of HidManagerDouble: each with its arguments, a handle and a list
-/// by what they stand for.
+/// Calls are added to the record of HidManagerDouble with their arguments; handles and lists appear
+/// by name.
 class HidapiDouble
 {
 public:
@@ -23,9 +24,9 @@ public:
         bool opens = true;
     };
 
-    /// What the next enumerations list, in this order.
+    /// Sets the result of all later enumerations.
     static void setInterfaces(const std::vector<Interface> &interfaces);
 
-    /// From now on hid_init() fails.
+    /// Makes hid_init() fail from now on.
     static void failToInitialise();
 };

@@ -123,7 +123,7 @@ io_object_t IOIteratorNext(io_iterator_t iterator)
     }
     const io_service_t service = object.services.front();
     object.services.pop_front();
-    return service; // its reference goes over to the caller
+    return service; // the caller owns this reference
 }
 
 kern_return_t IOCreatePlugInInterfaceForService(io_service_t service, CFUUIDRef pluginType,
@@ -141,7 +141,7 @@ kern_return_t IOCreatePlugInInterfaceForService(io_service_t service, CFUUIDRef 
     auto plugIn = std::make_unique<UsbPlugIn>(UsbPlugIn{&functions, 1, service});
     *theInterface = &plugIn->functions;
     usbWorld->plugIns[*theInterface] = std::move(plugIn);
-    *theScore = 1000; // without a look, as on the platform
+    *theScore = 1000; // macOS does not check the pointer either
     return KERN_SUCCESS;
 }
 

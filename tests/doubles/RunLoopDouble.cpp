@@ -9,7 +9,7 @@
 #include <list>
 #include <mutex>
 
-// One lock for all run loops: they are turned, stopped and woken from several threads.
+// Protects all run loops, which are run, stopped and woken from several threads.
 
 namespace {
 
@@ -113,7 +113,7 @@ bool CFRunLoop::hasSources(CFRunLoopMode mode) const
                        [mode](const ModeSource &entry) { return entry.mode == mode; });
 }
 
-/// Retained, since performing it may remove it.
+/// Returns the source retained, since performing it may remove it.
 CFRunLoopSource *CFRunLoop::takeSignaled(CFRunLoopMode mode) const
 {
     for (const ModeSource &entry : sources) {
@@ -184,7 +184,7 @@ CFRunLoopSourceRef CFRunLoopSourceCreate(CFAllocatorRef /*allocator*/, CFIndex /
 
 void CFRunLoopSourceSignal(CFRunLoopSourceRef source)
 {
-    // As on the platform, a waiting run loop sleeps on: it must be woken.
+    // As on macOS, this does not wake up a waiting run loop.
     const std::lock_guard guard(lock);
     source->signaled = true;
 }

@@ -57,7 +57,7 @@ UsbDouble::UsbDouble()
 
 UsbDouble::~UsbDouble()
 {
-    removeSources(); // on a run loop they would outlive their port
+    removeSources(); // the run loop would keep them longer than their port exists
     usbWorld.reset();
 }
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-/// The USB side of the IOKit double: devices that come and go, and a record of what is done.
+/// The USB part of the IOKit double: attaches and detaches devices and records calls.
 ///
-/// A notification is sent only while its iterator is armed, which it is from the moment at which it
-/// has been found empty until it gets a device; its run-loop source delivers it. Each call of a
-/// handler is one notification. One of these exists at a time, and it forgets the one before.
+/// A run-loop source delivers notifications, but only while their iterator is armed. Reading an
+/// iterator to its end arms it, and adding a device disarms it. Only one object of this class may
+/// exist at a time; it starts without the devices and calls of the previous one.
 class UsbDouble
 {
 public:
@@ -22,33 +22,33 @@ public:
     UsbDouble(const UsbDouble &) = delete;
     UsbDouble &operator=(const UsbDouble &) = delete;
 
-    /// Any thread may call these two. Several devices that come before the loop turns are one
+    /// Thread-safe. Several devices that are attached before the run loop runs cause only one
     /// notification.
     static io_service_t attach();
     static void detach(io_service_t service);
 
-    /// An iterator of these services, as a notification brings it.
+    /// An iterator over \a services, like that of a notification.
     static io_iterator_t makeIterator(const std::vector<io_service_t> &services);
 
-    /// The number of references somebody holds of an object; 0 when it is gone.
+    /// The reference count of an object; 0 if it has been deleted.
     static int references(io_object_t object);
     static std::size_t devicesIn(io_iterator_t iterator);
 
-    /// What is registered for such notifications; null when nothing is.
+    /// The handler registered for notifications of this type, or null.
     static IOServiceMatchingCallback handlerOf(const char *notificationType);
 
     static int portCount();
     static int plugInCount();
 
-    /// The calls in their order: each with its arguments, pointers left out.
+    /// All calls in order, with their arguments except pointers.
     static std::vector<std::string> calls();
 
-    /// From now on these calls return the status, 0 for success.
+    /// Sets the status that these calls return from now on; 0 is success.
     static void failRegistration(const char *notificationType, kern_return_t status);
     static void failPlugIn(kern_return_t status);
     static void failReleaseOfServices(kern_return_t status);
     static void failReleaseOfIterator(const char *notificationType, kern_return_t status);
 
-    /// Leaves no source of a port on any run loop.
+    /// Removes the sources of all ports from all run loops.
     static void removeSources();
 };

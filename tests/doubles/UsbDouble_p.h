@@ -22,7 +22,7 @@ struct UsbObject
 {
     int references = 1;
     bool isIterator = false;
-    std::string notificationType = {}; ///< Of a notification's iterator.
+    std::string notificationType = {}; ///< Set for an iterator of a notification.
     std::deque<io_service_t> services = {};
     bool armed = false;
 };
@@ -37,7 +37,7 @@ struct UsbNotification
     bool pending;
 };
 
-/// The function table comes first: its address is what the double pointer points at.
+/// The function table must be first: the double pointer points at its address.
 struct UsbPlugIn
 {
     IOCFPlugInInterface *functions;
@@ -45,14 +45,14 @@ struct UsbPlugIn
     io_service_t service;
 };
 
-/// What UsbDouble and the calls of IOKit share. All of it is protected by usbLock.
+/// The state that UsbDouble shares with the IOKit functions. Protected by usbLock.
 struct UsbWorld
 {
     io_object_t makeObject(bool isIterator);
     void dropReference(io_object_t name);
     void putInto(io_iterator_t iterator, io_service_t service);
 
-    /// Puts a device into the iterators for such notifications and has the armed ones delivered.
+    /// Adds a device to the iterators for notifications of this \a type and delivers armed ones.
     void notify(const std::string &type, io_service_t service);
 
     std::map<io_object_t, UsbObject> objects;
@@ -68,6 +68,6 @@ struct UsbWorld
     io_object_t lastName = 0x100;
 };
 
-// The lock is not held while a handler is called, which calls back.
+// Not locked while a handler runs, since handlers call functions that lock it.
 extern std::mutex usbLock;
 extern std::unique_ptr<UsbWorld> usbWorld;

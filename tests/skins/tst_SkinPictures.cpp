@@ -13,7 +13,7 @@ constexpr QRect kCloseNormal(0, 0, 30, 30);
 constexpr QRect kCloseHover(30, 0, 30, 30);
 constexpr QRect kButtonNormal(0, 0, 160, 40);
 constexpr QRect kButtonHover(160, 0, 160, 40);
-constexpr QRect kCross(8, 8, 14, 14); ///< reaches no further within its frame
+constexpr QRect kCross(8, 8, 14, 14); ///< the largest extent of the cross in its frame
 constexpr QRgb kTransparent = 0;
 constexpr QRgb kDisc = 0xff5d6d80;
 constexpr QRgb kNormal = 0xff17212b;
@@ -21,7 +21,7 @@ constexpr QRgb kHover = 0xff3d4753;
 
 } // namespace
 
-/// What the two pictures show, pixel by pixel.
+/// The pixels of the two pictures.
 class tst_SkinPictures : public QObject
 {
     Q_OBJECT
@@ -31,9 +31,9 @@ private slots:
     void hasPixel();
     void usesOnlyItsColours_data();
     void usesOnlyItsColours();
-    void crossesMeetInTheMiddle();
-    void crossLiesWithinItsExtent_data();
-    void crossLiesWithinItsExtent();
+    void strokesMeetInTheCentre();
+    void crossHasItsExtent_data();
+    void crossHasItsExtent();
     void cornersAreRound_data();
     void cornersAreRound();
 };
@@ -111,12 +111,12 @@ void tst_SkinPictures::usesOnlyItsColours_data()
     QTest::addColumn<QRect>("except");
 
     QTest::newRow("close, normal") << kClose << kCloseNormal << QRgb(0xffffffff) << QRect();
-    QTest::newRow("close, hover but for the cross") << kClose << kCloseHover << kDisc << kCross;
+    QTest::newRow("close, hover without the cross") << kClose << kCloseHover << kDisc << kCross;
     QTest::newRow("button, normal") << kButton << kButtonNormal << kNormal << QRect();
     QTest::newRow("button, hover") << kButton << kButtonHover << kHover << QRect();
 }
 
-/// Only the transparency carries the smoothing, so nothing shines through at an edge.
+/// Anti-aliasing only changes the alpha channel, so edges have no other colours.
 void tst_SkinPictures::usesOnlyItsColours()
 {
     QFETCH(QString, path);
@@ -142,11 +142,11 @@ void tst_SkinPictures::usesOnlyItsColours()
     QVERIFY(smoothed > 0);
 }
 
-void tst_SkinPictures::crossesMeetInTheMiddle()
+void tst_SkinPictures::strokesMeetInTheCentre()
 {
     constexpr int kNearlyOpaque = 224;
     const QImage picture(kClose);
-    // The middle of a frame lies between four pixels.
+    // The centre of a frame is between four pixels.
     for (const QPoint &middle : {QPoint(14, 14), QPoint(15, 14), QPoint(14, 15), QPoint(15, 15)}) {
         QCOMPARE(picture.pixel(middle) | 0xff000000, 0xffffffff);
         QVERIFY(qAlpha(picture.pixel(middle)) >= kNearlyOpaque);
@@ -154,16 +154,16 @@ void tst_SkinPictures::crossesMeetInTheMiddle()
     }
 }
 
-void tst_SkinPictures::crossLiesWithinItsExtent_data()
+void tst_SkinPictures::crossHasItsExtent_data()
 {
     QTest::addColumn<int>("frameLeft");
     QTest::addColumn<QRgb>("ground");
 
-    QTest::newRow("normal, on nothing") << 0 << kTransparent;
+    QTest::newRow("normal, on transparent pixels") << 0 << kTransparent;
     QTest::newRow("hover, on the disc") << 30 << kDisc;
 }
 
-void tst_SkinPictures::crossLiesWithinItsExtent()
+void tst_SkinPictures::crossHasItsExtent()
 {
     QFETCH(int, frameLeft);
     QFETCH(QRgb, ground);
@@ -187,12 +187,12 @@ void tst_SkinPictures::cornersAreRound_data()
     QTest::addColumn<int>("turn");
 
     for (const int turn : {0, 90, 180, 270}) {
-        QTest::addRow("normal, turned by %d", turn) << kButtonNormal << turn;
-        QTest::addRow("hover, turned by %d", turn) << kButtonHover << turn;
+        QTest::addRow("normal, rotated by %d", turn) << kButtonNormal << turn;
+        QTest::addRow("hover, rotated by %d", turn) << kButtonHover << turn;
     }
 }
 
-/// Turned around, each edge comes to lie at the top.
+/// Rotates the picture to check each edge as the top edge.
 void tst_SkinPictures::cornersAreRound()
 {
     QFETCH(QRect, frame);

@@ -14,7 +14,7 @@
 
 using namespace PointerEvents;
 
-// The two functions of the collection; no header declares them.
+// The functions of the resource collection, which no header declares.
 int qInitResources_skins();
 int qCleanupResources_skins();
 
@@ -25,7 +25,7 @@ const QString kButton = ":/images/img_button.png";
 const QDir kSourceImages(SKINS_SOURCE_DIR "/images");
 constexpr QRgb kNormal = 0xff17212b;
 
-/// What the first line of main sees of the bundle, before there is any application object.
+/// Whether the bundle is readable at the start of main, before an application object exists.
 bool readableInFirstLineOfMain = false;
 
 QByteArray contentOf(const QString &path)
@@ -34,7 +34,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A PNG's chunks in the file's order, by their four-letter kind.
+/// The types of a PNG's chunks, in the order of the file.
 QStringList chunksOf(const QByteArray &png)
 {
     constexpr int kSignature = 8;
@@ -110,7 +110,7 @@ void tst_skins::storesFile()
     // A compressed entry would report the size of its compressed data.
     QCOMPARE(resource.size(), qint64(source.size()));
     QCOMPARE(contentOf(path), source);
-    // Only the resource format that carries the files' times has one.
+    // Only the resource format with file times has a valid one.
     QVERIFY(resource.lastModified().isValid());
 }
 
@@ -155,7 +155,7 @@ void tst_skins::loads_data()
 
     QTest::newRow("close picture") << kClose << QSize(60, 30);
     QTest::newRow("button picture") << kButton << QSize(320, 40);
-    QTest::newRow("picture that is not there") << ":/images/img_other.png" << QSize(0, 0);
+    QTest::newRow("missing picture") << ":/images/img_other.png" << QSize(0, 0);
 }
 
 void tst_skins::loads()

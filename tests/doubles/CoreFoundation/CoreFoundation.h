@@ -3,8 +3,8 @@
 
 #pragma once
 
-// The part of CoreFoundation that the device layer's macOS files and the doubles use, under its
-// documented names. Sizes are those of 64-bit macOS.
+// The part of CoreFoundation that the macOS files of the device layer and the doubles use, with the
+// documented names and the sizes of 64-bit macOS.
 
 #include <cstdint>
 
@@ -64,7 +64,7 @@ constexpr CFRunLoopRunResult kCFRunLoopRunHandledSource = 4;
 
 extern const CFRunLoopMode kCFRunLoopDefaultMode;
 
-/// What CFSTR() stands for here: the one string with this text, which nobody owns.
+/// The constant string for CFSTR(); there is one for each text, and callers do not own it.
 CFStringRef doubleConstantString(const char *text);
 #define CFSTR(text) doubleConstantString(text)
 

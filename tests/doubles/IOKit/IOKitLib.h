@@ -5,7 +5,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
-// The part of IOKit that the USB monitor uses, under its documented names.
+// The part of IOKit that the USB monitor uses, with the documented names.
 
 extern "C" {
 

@@ -5,8 +5,8 @@
 
 #include <IOKit/IOKitLib.h>
 
-// The part of IOKit that the HID plug hook uses, under its documented names. There is no
-// IOHIDManagerOpen: a program that called it would not link.
+// The part of IOKit that the HID plug hook uses, with the documented names. IOHIDManagerOpen is
+// missing, so that a program that calls it does not link.
 
 extern "C" {
 
