@@ -6,13 +6,13 @@
 #include "simulator/dfu/Bootloader.h"
 #include "tests/fuzz/FuzzBytes.h"
 
-/// What the input of the bootloader's target says: chunks with their lengths, each behind a mark.
+/// Reads the input of the bootloader's target: a mark, the length of a chunk, the chunk, and so on.
 namespace BootloaderHost {
 
 constexpr int kFramed = 1; ///< any odd mark
 constexpr int kResetFirst = 0xFF;
 
-/// Sends the next chunk; one with an odd mark as a frame of its own.
+/// Sends the next chunk, as a frame if its mark is odd.
 inline void sendNext(Bootloader &bootloader, FuzzBytes &input)
 {
     const int mark = input.byte();

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// What a fuzz target needs around widgets: an application without a display and without a log.
+/// An application without a display and without log output, for fuzz targets with widgets.
 namespace FuzzApplication {
 
 inline void start()
@@ -23,7 +23,7 @@ inline void start()
     static const QApplication application(count, arguments);
 }
 
-/// Ends the target when there is a \a difference.
+/// Aborts if there is a \a difference.
 inline void require(const QString &difference)
 {
     if (!difference.isEmpty()) {

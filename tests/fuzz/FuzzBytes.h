@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-/// The fuzzer's input, taken off from the front; zero once nothing is left.
+/// Reads the fuzzer's input from the front. Returns zeros at its end.
 class FuzzBytes
 {
 public:
@@ -20,19 +20,19 @@ public:
 
     bool isEmpty() const { return m_bytes.isEmpty(); }
     int byte() { return static_cast<std::uint8_t>(take(1).front()); }
-    /// As the processor has it in memory.
+    /// Reads a number in the byte order of the processor.
     template <class Number> Number number()
     {
         Number result = 0;
         std::memcpy(&result, take(sizeof result).constData(), sizeof result);
         return result;
     }
-    /// As many bytes as the next one says.
+    /// Reads a length of one byte and as many bytes.
     QByteArray chunk() { return take(byte()).left(m_taken); }
     QByteArray rest() { return take(m_bytes.size()).left(m_taken); }
 
 private:
-    /// Padded with zeros to \a size and at least one byte.
+    /// Pads the result with zeros to \a size, and to at least one byte.
     QByteArray take(std::size_t size) { return take(static_cast<int>(size)); }
     QByteArray take(int size)
     {

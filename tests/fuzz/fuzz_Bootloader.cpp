@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: what the host sends, as BootloaderHost reads it.
+// Input: the host's requests, in the format of BootloaderHost.
 
 #include "tests/fuzz/BootloaderHost.h"
 

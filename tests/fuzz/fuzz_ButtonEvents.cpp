@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: a class of the kit, then one byte for each event that its button gets. A first button gets
-// them in its handlers and is held against its rules, a second one as Qt delivers them.
+// Input: a class of the kit, then one byte for each event. One button gets the events directly in
+// its handlers and is compared with the model. A second button gets them as Qt delivers them.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"

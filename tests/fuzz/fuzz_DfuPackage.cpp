@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: a package's file.
+// Input: the file of a firmware package.
 
 #include "simulator/dfu/DfuPackage.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: what the tool says on standard error.
+// Input: the tool's text on standard error.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"

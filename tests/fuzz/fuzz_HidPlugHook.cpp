@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: the ids as sysfs has them and the name, each on a line of its own; then a report
-// descriptor, which also serves as numbers and as a name of 16-bit units.
+// Input: a line with the ids as in sysfs and a line with the name, then a report descriptor. The
+// bytes of the descriptor are also used as numbers and as a name of 16-bit units.
 
 #include "device/HidPlugHook.h"
 #include "device/HidPlugHook_p.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: the picture's size, the two flags, the target's place and size, four source and four
-// target borders.
+// Input: the picture's size, the two flags, the target's position and size, four source borders and
+// four target borders.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
@@ -27,7 +27,7 @@ Borders borders(FuzzBytes &input)
     return all;
 }
 
-/// Pixels that are made to paint the pieces; of one that is beyond the painter's limit, none.
+/// The number of pixels in all pieces, without those that exceed the painter's limit.
 qint64 pixels(const QRect &target, const Borders &borders)
 {
     constexpr qint64 kPaintersLimit = 1 << 27;
@@ -41,7 +41,7 @@ qint64 pixels(const QRect &target, const Borders &borders)
     return sum;
 }
 
-/// Halves all of them until they are painted in a moment.
+/// Halves all sizes until they can be painted fast.
 void makeCheap(QRect *target, Borders *borders)
 {
     while (pixels(*target, *borders) > 1 << 22) {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: a class and a frame count; then either a size, for a picture made of it, or, when the
-// width is 0, a picture file.
+// Input: a class and a frame count, then the size of a picture to create or, after a width of 0, a
+// picture file.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
@@ -23,7 +23,7 @@ using PointerEvents::Open;
 
 namespace {
 
-// A class without a mark stays as it is.
+// Most classes have no selected state.
 void mark(QWidget & /*button*/) { }
 
 void mark(tabButton &button)
@@ -53,7 +53,7 @@ template <class Button> void paintStates(Open<Button> &button)
     button.grab();
 }
 
-/// Looks of one button from all its pictures' frames.
+/// Paints all looks of a button.
 template <class Button> void paint(Open<Button> &button)
 {
     button.resize(40, 20);
@@ -139,7 +139,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         file.write(QByteArray(width * height, static_cast<char>(input.byte())));
     }
     file.close();
-    // How much memory a picture may take is the image library's business.
+    // Skips huge pictures, for which the image library needs too much memory.
     const QSize picture = QImageReader(path).size();
     if (qint64(picture.width()) * picture.height() <= 0x100000) {
         paintClass(which, path, count);

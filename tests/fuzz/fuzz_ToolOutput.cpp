@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Input: events of an upgrade, one byte each, with what belongs to them behind it: a chunk with its
-// length, or all that is left as one.
+// Input: events of an upgrade, one byte each. A chunk follows some of them: a length and its bytes,
+// or all remaining bytes.
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"

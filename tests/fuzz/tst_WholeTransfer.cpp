@@ -26,7 +26,7 @@ QByteArray object(Bootloader::ObjectType type, const QByteArray &bytes)
 
 } // namespace
 
-/// No fuzzer guesses a hash, so one of its seeds has to bring an image whole into the bootloader.
+/// A fuzzer cannot guess a hash, so one seed transfers a whole image to the bootloader.
 class tst_WholeTransfer : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ private slots:
     void finishes();
 };
 
-/// To make the seed anew, put what must be there through `xxd -r -p`.
+/// To recreate the seed, pass the expected value to `xxd -r -p`.
 void tst_WholeTransfer::isTheSeed()
 {
     const DfuPackage package = DfuPackage::forFirmware("abcd");

@@ -9,26 +9,25 @@
 
 class QSocketNotifier;
 
-/// A device node, open for reading and writing without blocking.
+/// A device node, open for non-blocking reading and writing.
 ///
-/// Needs a running event loop. It must not be deleted, though it may be closed, while received() is
-/// being delivered.
+/// Needs a running event loop. A slot of received() may close the object, but must not delete it.
 class DeviceFile : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Opens \a node, a terminal in raw mode; ends the program when that fails.
+    /// Opens \a node, a terminal in raw mode; aborts the program if that fails.
     explicit DeviceFile(const QString &node, QObject *parent);
     ~DeviceFile() override;
 
     void close();
 
-    /// Returns whether all \a bytes were taken.
+    /// Returns whether all \a bytes were written.
     bool write(const QByteArray &bytes);
 
 signals:
-    /// What one read gave. Ends when the device behind the node goes.
+    /// Emitted for each read, until the device behind the node disappears.
     void received(const QByteArray &bytes);
 
 private slots:

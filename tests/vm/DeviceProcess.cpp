@@ -13,7 +13,7 @@ namespace {
 constexpr int kLongest = 10000;
 constexpr int kHidInterfaces = 2;
 
-/// Until the machine's udev daemon has told everybody and given away its rights.
+/// Waits until udev has processed all events and set permissions.
 void settle()
 {
     QProcess::execute("udevadm", {"settle"});
@@ -22,7 +22,7 @@ void settle()
 void awaitNodes(int (*nodes)(), int number)
 {
     if (!ScreenUser::waitUntil([&] { return nodes() == number; }, kLongest)) {
-        qFatal("the machine has %d nodes where there should be %d", nodes(), number);
+        qFatal("the machine has %d nodes instead of %d", nodes(), number);
     }
     settle();
 }
@@ -39,7 +39,7 @@ DeviceProcess::DeviceProcess(const QStringList &arguments)
 DeviceProcess::~DeviceProcess()
 {
     if (QTest::currentTestFailed()) {
-        qInfo("the device said:\n%s", log().constData());
+        qInfo("output of the device:\n%s", log().constData());
     }
     m_process.closeWriteChannel();
     m_process.waitForFinished();
@@ -70,9 +70,9 @@ void DeviceProcess::pull()
 
 void DeviceProcess::pullWhenOpened()
 {
-    const int before = count("the hand is at the cable");
+    const int before = count("waiting for a HID node to be opened");
     command("pull when opened");
-    await("the hand is at the cable", before + 1);
+    await("waiting for a HID node to be opened", before + 1);
 }
 
 void DeviceProcess::pullAfter(int bytes)
@@ -140,7 +140,7 @@ void DeviceProcess::command(const QByteArray &line)
 void DeviceProcess::await(const QByteArray &event, int times)
 {
     if (!ScreenUser::waitUntil([&] { return count(event) >= times; }, kLongest)) {
-        qFatal("the device does not say \"%s\" but:\n%s", event.constData(), log().constData());
+        qFatal("the device did not report \"%s\":\n%s", event.constData(), log().constData());
     }
 }
 

@@ -8,51 +8,50 @@
 #include <QProcess>
 #include <QStringList>
 
-/// A device played by the program gadget-device, for a test that looks at it from outside.
+/// Controls the program gadget-device, which simulates the device.
 class DeviceProcess
 {
 public:
-    /// Starts it unplugged, with the program's own arguments.
+    /// Starts the program with its \a arguments. The device is not plugged in.
     explicit DeviceProcess(const QStringList &arguments = {});
 
-    /// Unplugs it.
+    /// Unplugs the device.
     ~DeviceProcess();
 
     DeviceProcess(const DeviceProcess &) = delete;
     DeviceProcess &operator=(const DeviceProcess &) = delete;
 
-    /// Gives it a command and waits until it and the machine are done with it.
+    /// Plugs the device in or pulls the cable, and waits until the machine has noticed.
     void plugInApplication();
     void plugInBootloader();
     void pull();
 
-    /// Its cable will be pulled as soon as a program opens a HID node.
+    /// Pulls the cable as soon as a program opens a HID node.
     void pullWhenOpened();
 
-    /// Its cable will be pulled whenever so many bytes of an image have arrived; -1 for never.
+    /// Pulls the cable whenever this number of bytes of an image has arrived; never if -1.
     void pullAfter(int bytes);
 
-    /// How many HID interfaces and bootloader ports the machine has now.
+    /// The current number of HID interfaces and bootloader ports in the machine.
     static int hidNodes();
     static int ports();
 
-    /// Puts the udev rules that ship with the program in force for devices to come, or takes them
-    /// back.
+    /// Installs the program's udev rules for devices that are plugged in later, or removes them.
     static void setRules(bool areThere);
 
-    /// How often this has happened so far, in the device's own words.
+    /// How often the device has reported this event.
     int count(const QByteArray &event);
 
-    /// Each report that it has received.
+    /// All reports that the device has received.
     QList<QByteArray> reports();
 
-    /// The SHA-256 of each image that it has received and accepted, as hexadecimal digits.
+    /// The SHA-256 of each image that the device has accepted, as hexadecimal digits.
     QList<QByteArray> images();
 
-    /// How long it was away at each restart, in milliseconds.
+    /// The durations of all restarts, in milliseconds.
     QList<int> timesAway();
 
-    /// Everything it has said.
+    /// The output of the program.
     QByteArray log();
 
 private:

@@ -14,7 +14,7 @@ const QString kEnglish = "/strings/0x409";
 void make(const QString &path)
 {
     if (!QDir().mkpath(path)) {
-        qFatal("cannot make %s", qPrintable(path));
+        qFatal("cannot create %s", qPrintable(path));
     }
 }
 
@@ -30,7 +30,7 @@ QByteArray contents(const QString &path)
 bool write(const QString &path, const QByteArray &value)
 {
     QFile file(path);
-    // Each write is a value of its own to the kernel.
+    // The kernel takes each write as a complete value.
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
         && file.write(value) == value.size();
 }
@@ -93,7 +93,7 @@ void Gadget::attach(const QString &controller)
 
 void Gadget::detach()
 {
-    // Fails when it is not attached, which is as good.
+    // Fails if the device is not attached, which is fine.
     write(m_path + "/UDC", "\n");
 }
 
@@ -101,7 +101,7 @@ void Gadget::addToConfiguration(const QString &function)
 {
     const QString link = m_path + kConfiguration + '/' + QDir(function).dirName();
     if (!QFile::link(function, link)) {
-        qFatal("cannot make %s", qPrintable(link));
+        qFatal("cannot create %s", qPrintable(link));
     }
 }
 
@@ -116,7 +116,7 @@ void Gadget::remove()
     for (const QString &link : links) {
         QFile::remove(configuration.filePath(link));
     }
-    // The kernel takes away what it has put into these folders itself.
+    // The kernel removes the entries that it has created in these folders.
     QDir().rmdir(configuration.path());
     const QDir functions(m_path + "/functions");
     const QStringList names = functions.entryList({"*.*"}, QDir::Dirs | QDir::NoDotAndDotDot);

@@ -7,10 +7,10 @@
 #include <QString>
 #include <QStringList>
 
-/// A USB device that the kernel plays on one of its device controllers, made through configfs.
+/// A USB device that the kernel emulates on a device controller, configured through configfs.
 ///
-/// Needs root and the modules libcomposite, usb_f_hid and usb_f_acm. What cannot be made ends the
-/// program with a message, since nothing can be tested then.
+/// Needs root and the modules libcomposite, usb_f_hid and usb_f_acm. Failures abort the program
+/// with a message.
 class Gadget
 {
 public:
@@ -22,24 +22,25 @@ public:
         QString serialNumber;
     };
 
-    /// Makes a device without functions that nobody sees yet. An older one of that \a name, left by
-    /// a program that was killed, goes first.
+    /// Creates a device without functions, not attached. Removes an older one of that \a name
+    /// first, which a killed program may have left behind.
     Gadget(const QString &name, const Identity &identity);
 
-    /// Takes the device away.
+    /// Removes the device.
     ~Gadget();
 
     Gadget(const Gadget &) = delete;
     Gadget &operator=(const Gadget &) = delete;
 
-    /// Adds a HID interface whose reports have at most \a reportSize bytes, their id included.
-    /// Returns its node at the device's end, such as "/dev/hidg0"; it exists while attached.
+    /// Adds a HID interface with reports of at most \a reportSize bytes, including their id.
+    /// Returns the node on the device's side, such as "/dev/hidg0". It exists while the device is
+    /// attached.
     QString addHid(const QString &name, const QByteArray &reportDescriptor, int reportSize);
 
-    /// Adds a serial port. Returns its node at the device's end, such as "/dev/ttyGS0".
+    /// Adds a serial port. Returns the node on the device's side, such as "/dev/ttyGS0".
     QString addSerialPort();
 
-    /// Plugs it into the machine's controller of the given name, or unplugs it.
+    /// Plugs the device into the machine's \a controller, or unplugs it.
     void attach(const QString &controller);
     void detach();
 

@@ -20,7 +20,7 @@ constexpr int kReportSize = 64;
 
 const QByteArray &keyboardDescriptor()
 {
-    // A boot keyboard's eight modifier keys.
+    // The eight modifier keys of a boot keyboard.
     static const QByteArray descriptor
         = QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
     return descriptor;
@@ -35,8 +35,8 @@ QByteArray outputDescriptor(int usagePage, int usage)
         + QByteArray::fromHex("a10185aa150026ff007508953f09019102c0");
 }
 
-/// Whether the host has set up what is plugged into this controller of dummy_hcd. The controller's
-/// own state tells of the device before until then, so the host's side of the cable is looked at.
+/// Whether the host has set up the device on this controller of dummy_hcd. Until then, the state of
+/// the controller is that of the previous device, so this checks the host's side of the cable.
 bool isConfigured(const QString &controller)
 {
     const QDir host("/sys/devices/platform/" + QString(controller).replace("_udc", "_hcd"));
@@ -98,7 +98,7 @@ void GadgetDevice::pullWhenOpened()
 {
     m_openWatch = std::make_unique<OpenWatch>();
     connect(m_openWatch.get(), &OpenWatch::opened, this, &GadgetDevice::pull);
-    emit happened("the hand is at the cable");
+    emit happened("waiting for a HID node to be opened");
 }
 
 void GadgetDevice::comeBack()
@@ -133,24 +133,24 @@ void GadgetDevice::answer(const QByteArray &bytes)
 {
     constexpr int kAnswerTime = 15;
     constexpr int kHeardAfter = 300;
-    // What was flashed last time stays until the host begins anew.
+    // The bootloader stays finished until the host starts another transfer.
     const bool wasFinished = m_protocol.isFinished();
     const QByteArray answer = m_protocol.receive(bytes);
     if (m_pullAfter >= 0 && m_protocol.imageBytesReceived() >= m_pullAfter) {
         pull();
         return;
     }
-    // As long as writing its flash memory takes, so that onlookers can follow.
+    // About as long as writing to flash memory takes.
     QTimer::singleShot(kAnswerTime, m_files.first(), [this, answer] {
         if (!m_files.first()->write(answer)) {
-            emit happened("an answer was lost");
+            emit happened("a response was lost");
         }
     });
     if (m_protocol.isFinished() && !wasFinished) {
         const QByteArray hash
             = QCryptographicHash::hash(m_protocol.image(), QCryptographicHash::Sha256);
         emit happened("image flashed: " + hash.toHex());
-        // The last answer has to reach the tool before the port goes away under it.
+        // The last response must reach the tool before the port disappears.
         QTimer::singleShot(kHeardAfter, m_files.first(), [this] { restart(); });
     }
 }
@@ -167,7 +167,7 @@ void GadgetDevice::attach(State state)
 {
     m_state = state;
     if (state == State::Bootloader) {
-        // Before the host can send anything, which an echo would answer.
+        // Opened first: the terminal would echo whatever the host sends before.
         open(m_portNode, &GadgetDevice::answer);
         m_bootloader.attach(m_settings.controller);
     } else {
@@ -183,7 +183,7 @@ void GadgetDevice::attach(State state)
 void GadgetDevice::leave()
 {
     if (m_openWatch) {
-        m_openWatch.release()->deleteLater(); // it may be what called this
+        m_openWatch.release()->deleteLater(); // its signal may have called this function
     }
     m_hostTimer->stop();
     m_sinceLeft.start();
@@ -202,7 +202,7 @@ void GadgetDevice::returnAs(State state, int after)
 {
     emit happened("it left to restart");
     m_next = state;
-    // The host takes its time with a new device, as long as with the last one.
+    // Setting up the device takes the host about as long as last time.
     const qint64 lead = m_setUpTime + m_sinceLeft.elapsed();
     m_returnTimer->start(static_cast<int>(qMax<qint64>(0, after - lead)));
 }

@@ -15,13 +15,13 @@ class DeviceFile;
 class OpenWatch;
 class QTimer;
 
-/// The device that the program upgrades, as a USB device that the machine's own kernel talks to.
+/// The device that the program upgrades, as a USB device for the machine's own kernel.
 ///
-/// In its application it has a keyboard interface and one with the vendor's own usage. On the
-/// report 0xAA 0xBB it leaves, and comes back after a while as a CDC ACM device behind whose port
-/// its bootloader speaks. With a whole image in it, it restarts into its application.
+/// Its application has a keyboard interface and one with the vendor's usage. On the report 0xAA
+/// 0xBB the device disconnects and returns after a while as a CDC ACM device, whose port leads to
+/// its bootloader. Once it has received a whole image, it restarts into its application.
 ///
-/// It needs a running event loop and lives in that loop's thread.
+/// Needs a running event loop and belongs to that loop's thread.
 class GadgetDevice : public QObject
 {
     Q_OBJECT
@@ -31,27 +31,27 @@ public:
 
     struct Settings
     {
-        QString controller; ///< The USB device controller that it is plugged into.
+        QString controller; ///< The USB device controller to plug it into.
         QString serialNumber;
-        int usagePage = 0xFF31; ///< What its HID interface beside the keyboard is for.
+        int usagePage = 0xFF31; ///< The usage page of its second HID interface.
         int usage = 0x74;
-        int returnAfter = 1000; ///< Milliseconds from its leaving until the host has set it up.
+        int returnAfter = 1000; ///< Milliseconds from disconnecting until the host has set it up.
     };
 
     explicit GadgetDevice(const Settings &settings, QObject *parent = nullptr);
     ~GadgetDevice() override;
 
-    /// Plugs it in, running what \a state says.
+    /// Plugs it in, running its application or its bootloader.
     void plugIn(State state);
 
-    /// Pulls its cable: now, when a program opens one of the machine's HID nodes, or whenever so
-    /// many bytes of an image have arrived (-1 for never).
+    /// Pulls the cable: now, when a program opens one of the machine's HID nodes, or whenever this
+    /// number of bytes of an image has arrived (never if -1).
     void pull();
     void pullWhenOpened();
     void pullAfter(qint64 bytes) { m_pullAfter = bytes; }
 
 signals:
-    /// Tells an onlooker what happens, one plain sentence each, at the time when it does.
+    /// Emitted for each event, with a short description.
     void happened(const QString &event);
 
 private slots:
@@ -74,13 +74,13 @@ private:
     const QString m_portNode;
     Bootloader m_protocol;
     State m_state = State::Absent;
-    State m_next = State::Application; ///< What it comes back as.
-    QList<DeviceFile *> m_files; ///< Its children, closed and gone when it leaves.
+    State m_next = State::Application; ///< Its state after the restart.
+    QList<DeviceFile *> m_files; ///< Children; closed and deleted when it disconnects.
     std::unique_ptr<OpenWatch> m_openWatch;
     qint64 m_pullAfter = -1;
     QElapsedTimer m_sinceAttached;
     QElapsedTimer m_sinceLeft;
-    qint64 m_setUpTime = 0; ///< Milliseconds that the host took the last time.
+    qint64 m_setUpTime = 0; ///< How long the host took last time, in milliseconds.
     QTimer *const m_hostTimer;
     QTimer *const m_returnTimer;
 };

@@ -6,18 +6,18 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-/// Notices the first time that any program opens one of the machine's hidraw nodes.
+/// Notices when any program first opens one of the machine's hidraw nodes.
 class OpenWatch : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Begins at once; needs a running event loop.
+    /// Starts watching. Needs a running event loop.
     explicit OpenWatch(QObject *parent = nullptr);
     ~OpenWatch() override;
 
 signals:
-    /// Comes once. The watch may be deleted later, but not while this is being delivered.
+    /// Emitted once. A slot must not delete the object; use deleteLater().
     void opened();
 
 private slots:

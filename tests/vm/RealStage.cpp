@@ -28,7 +28,7 @@ QByteArray firmware()
     return bytes;
 }
 
-/// What Qt's debug stream wrote as \a text, with its quotes and escapes.
+/// Removes the quotes and escapes of Qt's debug stream from \a text.
 QString unquoted(QString text)
 {
     text = text.mid(1, text.size() - 2);
@@ -43,14 +43,14 @@ RealStage::RealStage(Who who)
     , m_who(who)
     , m_user("FW Update")
 {
-    // As an installed program's folder is: for everybody to read.
+    // Readable for everyone, like the folder of an installed program.
     QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7755));
     QFile::copy(FW_UPDATE_PROGRAM, path("fw-update"));
     QFile::copy(STAND_IN_TOOL, path("nrfutil-mac"));
     if (package.write(path("dfu.zip")) != DfuPackage::Error::None) {
         qFatal("cannot write the package");
     }
-    // The program looks as at its users', who do not set this.
+    // Users do not set this, and it changes the look of the program.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_FONT_DPI");
     m_process.setProcessEnvironment(environment);
@@ -87,7 +87,7 @@ QString RealStage::status()
 {
     const QImage window = m_user.look();
     const QImage line = window.copy(0, kStatusTop, window.width(), kStatusHeight);
-    // Reading takes a slow machine long, and it is asked to read the same again and again.
+    // Recognising a text takes long on a slow machine, so the last one is cached.
     if (line != m_lastLine) {
         m_lastLine = line;
         m_lastStatus = WindowLook::statusText(window, {lastErrorText()});

@@ -11,8 +11,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// The program in a folder with its two files, on the machine's own devices, with a user in front
-/// of the screen.
+/// Runs the program with the vendor's two files, on the machine's devices, and operates its window.
 class RealStage
 {
 public:
@@ -20,29 +19,29 @@ public:
 
     explicit RealStage(Who who = Who::Root);
 
-    /// Ends the program when the test has not.
+    /// Kills the program if it is still running.
     ~RealStage();
 
     RealStage(const RealStage &) = delete;
     RealStage &operator=(const RealStage &) = delete;
 
-    /// Starts the program and waits for its window. Returns whether it came.
+    /// Starts the program and waits for its window. Returns whether it appeared.
     bool open();
 
     /// Clicks "Start Upgrade" and moves the pointer away again.
     void clickUpgrade();
 
-    /// What the window shows: one of the program's own texts or the last of the tool's words. Null
-    /// for another.
+    /// The status text: one of the program's own texts or the last error text of the tool. Null if
+    /// it is neither.
     QString status();
     int progress();
     bool isUpgradeEnabled();
 
-    /// What the tool wrote to its standard error, all of it and what the program read of it last.
+    /// The tool's error text: all of it, and the last chunk that the program has read.
     QString errorText() const;
     QString lastErrorText() const;
 
-    /// Closes the window by its button; returns whether the program then ended properly.
+    /// Closes the window by its button. Returns whether the program exited normally.
     bool close();
 
     DfuPackage package;

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Plays the device on a USB device controller of this machine, which may be a simulated one
-// (dummy_hcd). Prints a line for each thing that happens to it and takes one command per line:
+// Simulates the device on a USB device controller of this machine, which may be a simulated one
+// (dummy_hcd). Prints a line for each event and reads one command per line:
 //
-//     plug application      plugs it in, with its application running
-//     plug bootloader       plugs it in, with its bootloader running
-//     pull                  pulls its cable
-//     pull when opened      pulls its cable as soon as a program opens a HID node
-//     pull after N          pulls its cable whenever N bytes of an image have arrived, -1 for never
+//     plug application      plugs the device in, with its application running
+//     plug bootloader       plugs the device in, with its bootloader running
+//     pull                  pulls the cable
+//     pull when opened      pulls the cable as soon as a program opens a HID node
+//     pull after N          pulls the cable whenever N bytes of an image have arrived; never if -1
 //
-// It ends, unplugged, with its standard input.
+// Unplugs the device and exits at the end of standard input.
 
 #include "tests/vm/GadgetDevice.h"
 
@@ -34,10 +34,10 @@ GadgetDevice::Settings parse(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({{"controller", "Where it is plugged in.", "NAME", "dummy_udc.0"},
-                       {"serial-number", "Its serial number.", "TEXT", "0001"},
-                       {"usage-page", "Of its HID interface beside the keyboard.", "N", "0xFF31"},
-                       {"return-after", "How long it is away for a restart.", "MS", "1000"}});
+    parser.addOptions({{"controller", "The USB device controller.", "NAME", "dummy_udc.0"},
+                       {"serial-number", "The serial number.", "TEXT", "0001"},
+                       {"usage-page", "The usage page of the second HID interface.", "N", "0xFF31"},
+                       {"return-after", "The duration of a restart.", "MS", "1000"}});
     parser.process(application);
 
     GadgetDevice::Settings settings;
@@ -61,7 +61,7 @@ void obey(GadgetDevice &device, const QByteArray &command)
     } else if (command.startsWith("pull after ")) {
         device.pullAfter(command.mid(11).toInt());
     } else {
-        say("there is no command \"" + command + '"');
+        say("unknown command \"" + command + '"');
     }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Upgrades a USB device that the kernel believes in. Runs inside the machine only, as root.
+// Upgrades a USB device that the kernel emulates. Runs as root inside the virtual machine only.
 
 #include "simulator/demo/WindowLook.h"
 #include "tests/vm/DeviceProcess.h"
@@ -17,7 +17,7 @@ const QString kNoDevice = WindowLook::kNoDeviceFound;
 
 constexpr int kSoon = 20000;
 constexpr int kHidInterfaces = 2; // of one device
-constexpr int kTolerance = 80; // what the host takes more for HID, ms
+constexpr int kTolerance = 80; // additional time of the host for HID, ms
 constexpr int kPartOfTheImage = 20000;
 
 const QList<QByteArray> kTheReport = {"aabb" + QByteArray(124, '0')};
@@ -112,7 +112,7 @@ void tst_RealDevice::deviceComesBackTooLate()
     QVERIFY(device.images().isEmpty());
 
     QTRY_COMPARE(DeviceProcess::ports(), 1);
-    QTRY_COMPARE(device.timesAway().size(), 1); // it tells a moment after its port is there
+    QTRY_COMPARE(device.timesAway().size(), 1); // reported shortly after the port appears
     QVERIFY(device.timesAway().first() > 2500 - kTolerance);
     stage.clickUpgrade();
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
@@ -226,7 +226,7 @@ void tst_RealDevice::ordinaryUser_data()
 {
     QTest::addColumn<bool>("withRules");
     QTest::addColumn<bool>("inBootloader");
-    QTest::addColumn<QString>("status"); // null for the tool's words
+    QTest::addColumn<QString>("status"); // null for the tool's error text
     QTest::newRow("with the rules, from the application") << true << false << kSuccess;
     QTest::newRow("with the rules, in the bootloader") << true << true << kSuccess;
     QTest::newRow("without the rules, from the application") << false << false << kNoDevice;
@@ -265,9 +265,9 @@ void tst_RealDevice::ordinaryUser()
 void tst_RealDevice::hotplugExample()
 {
     const QStringList arrival
-        = {"came 7f3c:0c51 usage 0001:0006 Device", "came 7f3c:0c51 usage ff31:0074 Device"};
+        = {"arrived 7f3c:0c51 usage 0001:0006 Device", "arrived 7f3c:0c51 usage ff31:0074 Device"};
     const QStringList removal
-        = {"went 7f3c:0c51 usage 0001:0006 Device", "went 7f3c:0c51 usage ff31:0074 Device"};
+        = {"removed 7f3c:0c51 usage 0001:0006 Device", "removed 7f3c:0c51 usage ff31:0074 Device"};
     DeviceProcess first({"--controller", "dummy_udc.0", "--serial-number", "0001"});
     DeviceProcess second({"--controller", "dummy_udc.1", "--serial-number", "0002"});
     QStringList lines;
@@ -276,7 +276,7 @@ void tst_RealDevice::hotplugExample()
         while (example.canReadLine()) {
             lines.append(QString::fromUtf8(example.readLine().trimmed()));
         }
-        // Which interface of a device goes first is up to the kernel.
+        // The kernel reports the interfaces of a device in any order.
         lines.sort();
         return lines;
     };
