@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# What the presets switch on; a plain build by a packager gets none of it.
+# Compiler settings for the presets. They are off by default, for packagers.
 
-option(FW_UPDATE_STRICT "Treat our own warnings as errors" OFF)
+option(FW_UPDATE_STRICT "Treat warnings as errors" OFF)
 option(FW_UPDATE_SANITIZE "Check addresses, undefined behaviour and leaks at run time" OFF)
 option(FW_UPDATE_HARDEN "Harden the program against exploitation" OFF)
 
@@ -13,13 +13,13 @@ endif()
 if(FW_UPDATE_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
                         -fno-omit-frame-pointer)
-    # The checks' own code misleads GCC's estimates of buffer sizes.
+    # The sanitizers' code causes false warnings about buffer sizes in GCC.
     add_compile_options(-Wno-stringop-overflow)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
 if(FW_UPDATE_HARDEN)
-    # Nor does what gets shipped tell where it was built.
+    # Keeps the paths of this machine out of the program.
     add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
                         -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
     include(CheckPIESupported)
@@ -33,8 +33,8 @@ if(FW_UPDATE_HARDEN)
     endif()
 endif()
 
-# For a target that throws nothing and has nothing thrown through it: it then carries no code for
-# that and does not name the library that unwinds.
+# For a target without exceptions. It contains no code for unwinding and does not link to the
+# library for it.
 function(fw_throws_nothing target)
     target_compile_options(${target} PRIVATE -fno-exceptions)
 endfunction()
