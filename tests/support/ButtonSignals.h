@@ -8,7 +8,7 @@
 
 class QAbstractButton;
 
-/// Writes down which of its click signals a button emits, in their order.
+/// Records the click signals of a button, in order.
 class ButtonSignals : public QObject
 {
     Q_OBJECT
@@ -16,8 +16,8 @@ class ButtonSignals : public QObject
 public:
     explicit ButtonSignals(QAbstractButton *button);
 
-    /// What was emitted since the last call: "pressed", "released", "clicked(false)",
-    /// "toggled(true)" and so on.
+    /// The signals since the last call: "pressed", "released", "clicked(false)", "toggled(true)"
+    /// and so on.
     QStringList take();
 
 private:

@@ -6,13 +6,13 @@
 #include "simulator/dfu/Bootloader.h"
 #include "simulator/dfu/DfuPackage.h"
 
-/// What a host asks a bootloader, and the answers to expect, both without framing. Answers come
-/// without the response mark as well.
+/// A host's requests to a bootloader and the expected responses, both without framing. Responses
+/// have no response mark either.
 namespace DfuRequests {
 
 QByteArray opcode(Bootloader::Opcode code);
 
-/// The answer to one request; empty for none.
+/// The response to one request; empty if there is none.
 QByteArray ask(Bootloader &bootloader, const QByteArray &request);
 
 QByteArray create(Bootloader &bootloader, Bootloader::ObjectType type, int size);
@@ -20,25 +20,25 @@ QByteArray execute(Bootloader &bootloader);
 QByteArray select(Bootloader &bootloader, Bootloader::ObjectType type);
 QByteArray checksum(Bootloader &bootloader);
 
-/// Every answer that writing \a data in pieces of 1000 bytes brings, joined.
+/// Writes \a data in pieces of 1000 bytes and returns all responses, joined.
 QByteArray write(Bootloader &bootloader, const QByteArray &data);
 
-/// Creates, writes and executes one object; the answer to the execute.
+/// Creates, writes and executes one object. Returns the response to the execute request.
 QByteArray sendInitPacket(Bootloader &bootloader, const QByteArray &initPacket);
 QByteArray sendObject(Bootloader &bootloader, const QByteArray &data);
 
-/// The answer to the last execute of a whole upgrade.
+/// Runs a whole upgrade. Returns the response to the last execute request.
 QByteArray flash(Bootloader &bootloader, const DfuPackage &package);
 
 QByteArray ok(Bootloader::Opcode code, const QByteArray &payload = {});
 QByteArray refused(Bootloader::Opcode code, Bootloader::Result result);
 QByteArray refused(Bootloader::Opcode code, Bootloader::ExtendedResult result);
 
-/// The checksum answer of a device that holds \a data, and the part of it that select has, too.
+/// The checksum response of a device that contains \a data, and the part shared with select.
 QByteArray checksumOf(const QByteArray &data);
 QByteArray offsetAndCrc(const QByteArray &data);
 
-/// Bytes of which no 4096 are like the next.
+/// An image in which no two blocks of 4096 bytes are equal.
 QByteArray firmware(int size);
 
 } // namespace DfuRequests

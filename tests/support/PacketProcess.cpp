@@ -21,7 +21,7 @@ PacketProcess::PacketProcess(const QString &program, const QStringList &argument
     std::array<int, 2> err{};
     if (pipe2(out.data(), O_DIRECT | O_CLOEXEC) != 0
         || pipe2(err.data(), O_DIRECT | O_CLOEXEC) != 0) {
-        qFatal("no pipes");
+        qFatal("cannot create pipes");
     }
     m_pipes = {out[0], err[0]};
 
@@ -42,7 +42,7 @@ PacketProcess::PacketProcess(const QString &program, const QStringList &argument
     }
     argv.push_back(nullptr);
     if (posix_spawn(&m_pid, argv.front(), &actions, nullptr, argv.data(), environ) != 0) {
-        qFatal("%s cannot be started", argv.front());
+        qFatal("cannot start %s", argv.front());
     }
     posix_spawn_file_actions_destroy(&actions);
     close(out[1]);

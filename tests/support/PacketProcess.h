@@ -11,17 +11,17 @@
 
 #include <sys/types.h>
 
-/// A child process whose every write to a channel is seen as one piece.
+/// A child process, with each write to an output channel as a separate chunk.
 ///
-/// The two pipes keep the borders between writes of up to 4096 bytes, so nothing depends on who is
-/// faster. Nothing is read but in the calls that say so.
+/// The pipes preserve the boundaries between writes of up to 4096 bytes, so the result does not
+/// depend on timing. Only the functions that say so read from the pipes.
 class PacketProcess
 {
 public:
-    /// Starts \a program, which inherits everything else of ours. Its standard input is empty.
+    /// Starts \a program in this process's environment, with an empty standard input.
     PacketProcess(const QString &program, const QStringList &arguments);
 
-    /// Kills the child if it is still there.
+    /// Kills the child if it is still running.
     ~PacketProcess();
 
     PacketProcess(const PacketProcess &) = delete;
@@ -29,20 +29,20 @@ public:
 
     pid_t pid() const { return m_pid; }
 
-    /// The writes that were read so far.
+    /// The writes that have been read so far.
     QVector<QByteArray> out() const { return m_chunks.at(0); }
     QVector<QByteArray> err() const { return m_chunks.at(1); }
 
-    /// Reads until \a count writes to standard output were seen. False when there are no more.
+    /// Reads until there were \a count writes to standard output. Returns false at its end.
     bool waitForOut(int count);
 
-    /// Nobody reads what the child writes from now on.
+    /// Closes the read ends of both pipes.
     void closeChannels();
 
-    /// Waits for the child's end without reading. Returns its exit code, or minus its signal.
+    /// Waits until the child exits, without reading. Returns its exit code, or the negative signal.
     int waitForEnd();
 
-    /// Reads until nobody has the channels open any more, then does what waitForEnd() does.
+    /// Reads to the end of both channels, then does the same as waitForEnd().
     int finish();
 
 private:

@@ -8,7 +8,7 @@
 #include <QMouseEvent>
 #include <QObject>
 
-/// What the pointer does to a button, as rows of a table of tests.
+/// Pointer events for a button, for use in table-driven tests.
 namespace PointerEvents {
 
 Q_NAMESPACE
@@ -18,8 +18,8 @@ Q_ENUM_NS(Action)
 
 constexpr Action kAllActions[] = {Enter, Leave, LeftPress, LeftRelease, RightPress, RightRelease};
 
-/// Opens the handlers of a button: Qt delivers no mouse event to a disabled widget, so only a
-/// direct call shows whether a handler looks at the enabled flag itself.
+/// Makes the handlers of a button public. Qt does not deliver mouse events to disabled widgets, so
+/// only a direct call shows whether a handler checks the enabled flag itself.
 template <class Button> class Open : public Button
 {
 public:
@@ -58,7 +58,7 @@ void call(Open<Button> &button, Action action, const QPoint &position = QPoint(1
     }
 }
 
-/// Sends an enter or leave event the way Qt does when the pointer crosses the button's edge.
+/// Sends an enter or leave event, as Qt does when the pointer crosses the button's edge.
 inline void cross(QObject &button, Action action)
 {
     QEvent event(action == Enter ? QEvent::Enter : QEvent::Leave);

@@ -22,15 +22,15 @@ PtyDevice::PtyDevice(Answer answer, Manner manner)
 {
     m_master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0) {
-        qFatal("no pseudo terminal");
+        qFatal("cannot create a pseudo terminal");
     }
-    // Kept open, since the device's end hangs up whenever the last terminal is closed.
+    // Kept open: the device's end hangs up when the last descriptor of the terminal is closed.
     const char *const name = ptsname(m_master);
     m_path = QFile::decodeName(name);
     m_terminal = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
     std::array<int, 2> stop{};
     if (m_terminal < 0 || pipe2(stop.data(), O_CLOEXEC) != 0) {
-        qFatal("no terminal");
+        qFatal("cannot open the terminal");
     }
     m_stopReceiver = stop[0];
     m_stopSender = stop[1];

@@ -10,35 +10,35 @@
 #include <functional>
 #include <thread>
 
-/// A device behind a pseudo terminal, played by a function on a thread of its own.
+/// A device behind a pseudo terminal, simulated by a function in a separate thread.
 class PtyDevice
 {
 public:
-    /// Gets the bytes as they come and returns what the device sends back.
+    /// Receives the bytes as they arrive and returns the response.
     using Answer = std::function<QByteArray(const QByteArray &)>;
 
     enum Manner {
-        Quiet, ///< speaks when it is spoken to
-        Talkative ///< its answer is asked for all the time; what the host does not read is lost
+        Quiet, ///< only responds to the host
+        Talkative ///< sends responses all the time; what the host does not read is lost
     };
 
-    /// \a answer runs on the device's thread, from now until unplug().
+    /// Calls \a answer in the device's thread until unplug().
     explicit PtyDevice(Answer answer, Manner manner = Quiet);
     ~PtyDevice();
 
     PtyDevice(const PtyDevice &) = delete;
     PtyDevice &operator=(const PtyDevice &) = delete;
 
-    /// The device pulls its own plug once it has received as many bytes. Set it before it has.
+    /// Unplugs the device once it has received this number of bytes. Set it before then.
     void unplugAfter(int bytes) { m_unplugAfter = bytes; }
 
-    /// Ends the terminal and the thread; what \a answer used may be looked at afterwards.
+    /// Closes the terminal and ends the thread. The state of the callback is accessible afterwards.
     void unplug();
 
     /// The terminal to open.
     QString path() const { return m_path; }
 
-    /// A terminal that is open already, for both directions; it stays the device's.
+    /// A descriptor of the terminal for reading and writing, owned by this object.
     int fd() const { return m_terminal; }
 
     /// Bytes received so far.

@@ -13,7 +13,7 @@
 RepaintCounter::RepaintCounter(QWidget *widget)
 {
     if (!QTest::qWaitForWindowExposed(widget->window())) {
-        qFatal("a test widget does not get onto the screen");
+        qFatal("a test widget does not become visible");
     }
     widget->installEventFilter(this);
     take();

@@ -7,16 +7,16 @@
 
 class QWidget;
 
-/// Counts how often a shown widget is painted.
+/// Counts the paint events of a visible widget.
 class RepaintCounter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Waits until \a widget is on the screen and all its outstanding paints are done.
+    /// Waits until \a widget is visible and has no pending paint events.
     explicit RepaintCounter(QWidget *widget);
 
-    /// Lets scheduled paints happen; the number of paints since the last call.
+    /// Processes pending paint events. Returns the number of paint events since the last call.
     int take();
 
     bool eventFilter(QObject *watched, QEvent *event) override;

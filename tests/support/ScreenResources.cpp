@@ -3,7 +3,7 @@
 
 #include "tests/support/ScreenResources.h"
 
-// Last, since it defines such words as None and Bool.
+// Last, since it defines macros such as None and Bool.
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
@@ -11,7 +11,7 @@ void ScreenResources::set(const QByteArray &text)
 {
     Display *const display = XOpenDisplay(nullptr);
     if (display == nullptr) {
-        qFatal("there is no X server to tell");
+        qFatal("cannot connect to the X server");
     }
     XChangeProperty(display, DefaultRootWindow(display), XA_RESOURCE_MANAGER, XA_STRING, 8,
                     PropModeReplace, reinterpret_cast<const unsigned char *>(text.constData()),

@@ -5,10 +5,10 @@
 
 #include <QByteArray>
 
-/// What a desktop tells the clients of its X screen.
+/// The X resources, which a desktop sets for the clients of its screen.
 namespace ScreenResources {
 
-/// From now on tells \a text, such as "Xft.dpi: 96"; an empty one tells nothing.
+/// Sets the resources to \a text, such as "Xft.dpi: 96". An empty text removes them.
 void set(const QByteArray &text);
 
 } // namespace ScreenResources

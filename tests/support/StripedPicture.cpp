@@ -8,7 +8,7 @@
 
 namespace {
 
-// Odd steps visit all 256 values before one returns, and make neighbours differ plainly.
+// With odd steps, each of the 256 values occurs once, and neighbours differ clearly.
 constexpr int kColumnStep = 37;
 constexpr int kRowStep = 53;
 

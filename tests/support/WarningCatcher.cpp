@@ -7,7 +7,7 @@
 
 namespace {
 
-// A message handler carries no data of its own.
+// Message handlers have no user data.
 QStringList caughtWarnings;
 
 void catchWarning(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)

@@ -6,7 +6,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// Catches the warnings that Qt or the tested code prints while it lives. One at a time.
+/// Catches the warnings of Qt and the tested code during its lifetime. Only one may exist at a
+/// time.
 class WarningCatcher
 {
 public:

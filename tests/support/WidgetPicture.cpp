@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The share of ink in one pixel, or a negative number if it is no mix of the two colours.
+/// The share of ink in one pixel, or a negative number if it is not a mix of the two colours.
 double inkShare(QRgb ink, QRgb ground, QRgb seen)
 {
     if (seen == ground) {
@@ -24,7 +24,7 @@ double inkShare(QRgb ink, QRgb ground, QRgb seen)
     const Channels seens{qRed(seen), qGreen(seen), qBlue(seen)};
     const Channels steps{qRed(ink) - grounds[0], qGreen(ink) - grounds[1], qBlue(ink) - grounds[2]};
 
-    // The channel in which the two colours lie furthest apart measures the share best.
+    // The channel in which the two colours differ most is the most precise.
     const auto widest = static_cast<std::size_t>(
         std::distance(steps.begin(), std::max_element(steps.begin(), steps.end(), [](int a, int b) {
                           return std::abs(a) < std::abs(b);

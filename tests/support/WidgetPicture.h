@@ -9,26 +9,26 @@
 
 class QWidget;
 
-/// What a widget paints, and nothing else: no window background below it.
+/// Pictures of what a widget paints, without a window background.
 namespace WidgetPicture {
 
-/// Shows where a widget painted nothing; no picture or caption of the tests has this colour.
+/// The colour of unpainted pixels. No picture or caption in the tests has this colour.
 constexpr QRgb kGround = 0xffff00ff;
 
-/// An empty picture of the size of a widget, to paint what is expected.
+/// An empty picture on which to paint the expected result.
 QImage canvas(const QSize &size, QRgb ground = kGround);
 
-/// Lets \a widget paint over \a ground, in its own size but at least one pixel.
+/// Paints \a widget over \a ground, in its own size but at least one pixel.
 QImage of(QWidget &widget, QRgb ground = kGround);
 
-/// canvas(\a size) with \a picture at \a topLeft, cut off at the edges.
+/// Returns canvas(\a size) with \a picture at \a topLeft, clipped at the edges.
 QImage with(const QSize &size, const QPoint &topLeft, const QImage &picture, QRgb ground = kGround);
 
-/// The smallest rectangle around all pixels in which the pictures differ; null if none does.
+/// The smallest rectangle around all pixels that differ; null if there are none.
 QRect changedRegion(const QImage &before, const QImage &after);
 
-/// Whether \a after is \a before with something written on it in \a ink alone. Smoothed edges may
-/// mix the two, but somewhere the ink must prevail, and it must be there at all.
+/// Whether \a after is \a before with a text in the colour \a ink. Anti-aliased pixels may mix the
+/// two colours, but some pixels must be mostly \a ink.
 bool isWrittenIn(const QColor &ink, const QImage &before, const QImage &after);
 
 } // namespace WidgetPicture
