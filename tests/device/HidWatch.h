@@ -5,7 +5,7 @@
 
 #include "device/HidPlugHook_p.h"
 
-/// Watches while it lives.
+/// Keeps a watch running during its lifetime.
 class Watch
 {
 public:

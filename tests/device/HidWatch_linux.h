@@ -9,13 +9,13 @@
 
 #include <QtTest>
 
-// What the tests of the HID watch share: a device, what is to be reported of it, and the watch.
+// Shared by the tests of the HID watch: a device, the expected reports, and the watch.
 
 inline const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
 inline const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
 inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
 
-/// The arrival of a device that has already gone again.
+/// The arrival of a device that is already gone.
 inline const Plug kUnknown = {1};
 
 inline Plug removal(Plug arrival)
@@ -24,7 +24,7 @@ inline Plug removal(Plug arrival)
     return arrival;
 }
 
-/// Turns the event loop until everything announced so far has been seen: a last device comes.
+/// Runs the event loop until all events so far have been processed, marked by one last device.
 inline void settle(Testbed &testbed, PlugRecorder &recorder)
 {
     const QString last = testbed.addUsbDevice({1, 2, "last", ""});

@@ -9,7 +9,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
-// What the tests of the HID watch share: a device, what is to be reported of it, and the watch.
+// Shared by the tests of the HID watch: a device, the expected reports, and the watch.
 
 using Properties = HidManagerDouble::Properties;
 
@@ -32,7 +32,7 @@ inline Properties named(const std::u16string &name)
     return properties;
 }
 
-/// Turns the run loop until nothing is left to do.
+/// Runs the run loop until nothing is left to do.
 inline void turnRunLoop()
 {
     while (CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1) == kCFRunLoopRunHandledSource) { }

@@ -44,7 +44,7 @@ inline char *toString(const Plug &plug)
 
 Q_DECLARE_METATYPE(Plug)
 
-/// The plug callback while it lives; keeps the calls.
+/// Registers a plug callback during its lifetime and records the calls.
 class PlugRecorder
 {
 public:
@@ -66,7 +66,7 @@ public:
         }
     }
 
-    /// Whether every call so far came on the calling thread.
+    /// Whether all calls so far were in the calling thread.
     bool wasCalledHere() const
     {
         return std::all_of(m_threads.begin(), m_threads.end(), [](const QThread *thread) {

@@ -10,7 +10,7 @@
 
 #include <cstdio>
 
-/// Keeps what the process prints to standard output, instead of showing it, while it lives.
+/// Captures the standard output of the process during its lifetime.
 class StdoutCapture
 {
 public:
@@ -32,11 +32,11 @@ public:
     StdoutCapture(const StdoutCapture &) = delete;
     StdoutCapture &operator=(const StdoutCapture &) = delete;
 
-    /// Everything so far.
+    /// The output so far.
     QByteArray text()
     {
         std::fflush(stdout);
-        m_file.seek(0); // the position is shared with the writer, who goes on at the end read
+        m_file.seek(0); // the writer shares the position, which readAll() leaves at the end
         return m_file.readAll();
     }
 

@@ -32,7 +32,7 @@ TextOf original(const char *name)
 
 extern "C" {
 
-// Each device that is taken is asked for its node, which goes through here.
+// Replaces udev's function: the code under test calls it for each device that it takes.
 const char *udev_device_get_devnode(udev_device *device)
 {
     static const TextOf function = original("udev_device_get_devnode");
@@ -95,7 +95,7 @@ UsbMonitorThread::UsbMonitorThread(Testbed &testbed)
         return init_plug();
     });
     m_handle = handle.get_future().get();
-    // It takes an attached device when everything after that is going to be noticed.
+    // Once the watch takes this attached device, it notices all later events.
     QTRY_COMPARE(taken.paths().size(), 1);
     taken.clear();
 }

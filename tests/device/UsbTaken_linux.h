@@ -12,8 +12,8 @@
 #include <future>
 #include <mutex>
 
-/// The devices that init_plug() and its handlers have taken since the last clear(), by their path
-/// below /sys.
+/// The paths below /sys of the devices that init_plug() and its handlers have taken since the last
+/// clear().
 class UsbTaken
 {
 public:
@@ -28,15 +28,15 @@ private:
 
 extern UsbTaken taken;
 
-/// Has udev's events lose their action from now on, or no longer.
+/// Sets whether udev's events lose their action from now on.
 void hideActions(bool hidden);
 
-/// How often somebody has asked for an action since it was hidden.
+/// The number of queries for an action since it was hidden.
 int hiddenActionsAsked();
 
 bool hasEnded(const std::future<int> &result);
 
-/// init_plug() on a thread of its own, which already watches.
+/// Runs init_plug() in a separate thread. The constructor waits until it is watching.
 class UsbMonitorThread
 {
 public:
@@ -48,10 +48,10 @@ public:
 
     bool hasEnded() const { return ::hasEnded(m_result); }
 
-    /// The thread itself, while it has not been stopped.
+    /// The thread, unless it has been stopped.
     pthread_t handle() const { return m_handle; }
 
-    /// What init_plug() returned.
+    /// The return value of init_plug().
     int stop();
 
 private:

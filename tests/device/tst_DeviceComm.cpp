@@ -28,7 +28,7 @@ QList<QByteArray> oneReport()
     return {QByteArray("\xAA\xBB") + QByteArray(62, '\0')};
 }
 
-/// One interface and whether its ids and usages are the target's own.
+/// An interface, and whether its ids and usages are those of the target.
 struct Interface
 {
     int vendorId;
@@ -37,14 +37,14 @@ struct Interface
     int usage;
 };
 
-QByteArray logged; // a message handler has no data of its own
+QByteArray logged; // global, since message handlers have no user data
 
 void keepMessage(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &text)
 {
     logged += text.toUtf8() + '\n';
 }
 
-/// What an action prints to standard output and then what it logs.
+/// The standard output of an action, followed by its log.
 QByteArray outputOf(const std::function<void()> &action)
 {
     StdoutCapture capture;

@@ -36,14 +36,14 @@ QStringList calls()
     return result;
 }
 
-/// What becomes of one interface that can be opened.
+/// The expected calls for an interface that can be opened.
 QStringList reported(const QString &path)
 {
     return {"open " + path, "write " + path + " 64 aabb" + QString("00").repeated(62),
             "close " + path};
 }
 
-/// A program that makes DeviceComm and uses it; prints what was called in the end.
+/// A program that uses DeviceComm and finally prints all recorded calls.
 int useDeviceComm()
 {
     static const HidManagerDouble hid;
@@ -72,7 +72,7 @@ private:
 
 void tst_DeviceComm_mac::cleanupTestCase()
 {
-    stopHidPlugWatch(); // before its manager's world goes
+    stopHidPlugWatch(); // before the double is destroyed
 }
 
 void tst_DeviceComm_mac::startUpdate_data()
@@ -81,14 +81,13 @@ void tst_DeviceComm_mac::startUpdate_data()
     QTest::addColumn<QStringList>("expected");
     QTest::addColumn<bool>("reached");
     QTest::newRow("nothing attached") << Interfaces() << QStringList("free null") << false;
-    QTest::newRow("nothing that matches")
-        << Interfaces{kKeyboard} << QStringList("free list") << false;
-    QTest::newRow("nothing that can be opened")
+    QTest::newRow("no match") << Interfaces{kKeyboard} << QStringList("free list") << false;
+    QTest::newRow("matches that cannot be opened")
         << Interfaces{trigger("a", false)} << QStringList{"open a", "free list"} << false;
-    QTest::newRow("two that match and one that cannot be opened")
+    QTest::newRow("two matches and one that cannot be opened")
         << Interfaces{trigger("a"), kKeyboard, trigger("b", false), trigger("c")}
         << reported("a") + QStringList("open b") + reported("c") + QStringList("free list") << true;
-    QTest::newRow("last one cannot be opened")
+    QTest::newRow("last match cannot be opened")
         << Interfaces{trigger("a"), trigger("b", false)}
         << reported("a") + QStringList{"open b", "free list"} << true;
 }

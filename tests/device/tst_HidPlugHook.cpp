@@ -31,7 +31,7 @@ QStringList namesOf(const QList<Plug> &plugs)
 
 } // namespace
 
-// The event loop of these tests is deliverHidPlugs() itself.
+// These tests call deliverHidPlugs() instead of running an event loop.
 void wakeHidPlugWatch()
 {
     ++wakes;
@@ -264,9 +264,9 @@ void tst_HidPlugHook::pauseWakesOnlyForReports_data()
 {
     QTest::addColumn<int>("reports");
     QTest::addColumn<int>("expected");
-    QTest::newRow("nothing came") << 0 << 0;
-    QTest::newRow("one came") << 1 << 1;
-    QTest::newRow("three came") << 3 << 1;
+    QTest::newRow("no event") << 0 << 0;
+    QTest::newRow("one event") << 1 << 1;
+    QTest::newRow("three events") << 3 << 1;
 }
 
 void tst_HidPlugHook::pauseWakesOnlyForReports()

@@ -54,7 +54,7 @@ void tst_HidPlugHook_linux::attachedBeforehand()
     }
     PlugRecorder recorder;
     const Watch watch;
-    QCOMPARE(recorder.plugs.size(), 0); // not before the event loop runs
+    QCOMPARE(recorder.plugs.size(), 0); // the event loop has not run yet
     settle(testbed, recorder);
     QCOMPARE(recorder.plugs, QList<Plug>(QVector<Plug>(count, kArrival).toList()));
     QVERIFY(recorder.wasCalledHere());
@@ -102,7 +102,7 @@ void tst_HidPlugHook_linux::severalComeAndGo()
     testbed.removeUsbDevice(device);
     settle(testbed, recorder);
 
-    // What came and went meanwhile was looked at too late.
+    // The new interfaces were removed before their properties were read.
     QCOMPARE(recorder.plugs,
              QList<Plug>({beforeArrival, kUnknown, kUnknown, removal(kUnknown),
                           removal(beforeArrival), removal(kUnknown)}));
@@ -151,18 +151,17 @@ void tst_HidPlugHook_linux::propertiesAreRead_data()
     QTest::newRow("product above 16 bits")
         << QByteArray("0003:00007F3C:FFFF0001") << name << name << identified(0x7F3C, 1);
     QTest::newRow("no ids") << QByteArray() << name << name << identified(0, 0);
-    QTest::newRow("ids are no numbers") << QByteArray("what?") << name << name << identified(0, 0);
-    QTest::newRow("product goes before the HID name")
+    QTest::newRow("ids are not numbers") << QByteArray("what?") << name << name << identified(0, 0);
+    QTest::newRow("product takes precedence over the HID name")
         << id << name << QByteArray("Other") << kArrival;
     QTest::newRow("HID name only") << id << QByteArray() << QByteArray("Other") << named("Other");
     QTest::newRow("no name at all") << id << QByteArray() << QByteArray() << named("");
     QTest::newRow("keyboard behind a Bluetooth adapter")
         << QByteArray("0005:0000046D:0000B342") << QByteArray("Dongle") << QByteArray("Keyboard")
         << Plug{1, 0x046D, 0xB342, 0x74, 0xFF31, "Keyboard"};
-    QTest::newRow("bus of other digits")
+    QTest::newRow("bus with other digits")
         << QByteArray("00030:00007F3C:00000C51") << QByteArray("Other") << name << kArrival;
-    QTest::newRow("bus is unknown")
-        << QByteArray() << QByteArray("Other") << name << identified(0, 0);
+    QTest::newRow("unknown bus") << QByteArray() << QByteArray("Other") << name << identified(0, 0);
     for (const int length : {1, 254, 255, 256, 10000}) {
         QTest::addRow("product of %d characters", length)
             << id << QByteArray(length, 'x') << name << named(QString(qMin(length, 255), 'x'));
@@ -172,7 +171,7 @@ void tst_HidPlugHook_linux::propertiesAreRead_data()
     }
     QTest::newRow("pair at the limit") << id << QByteArray(254, 'x') + "\xF0\x9F\x94\x8C" << name
                                        << named(QString(254, 'x') + '?');
-    QTest::newRow("no UTF-8") << id << QByteArray("a\xFF\x62") << name << named("a?b");
+    QTest::newRow("invalid UTF-8") << id << QByteArray("a\xFF\x62") << name << named("a?b");
 }
 
 void tst_HidPlugHook_linux::propertiesAreRead()
@@ -202,7 +201,7 @@ void tst_HidPlugHook_linux::descriptorsMayHoldAnything_data()
     QTest::newRow("one byte") << QByteArray(1, '\0') << 0 << 0;
     QTest::newRow("cut off") << QByteArray::fromHex("05010906a2") << 0 << 0;
     QTest::newRow("endless") << QByteArray::fromHex("a4").repeated(100000) << 0 << 0;
-    QTest::newRow("collection behind the kernel's limit")
+    QTest::newRow("collection beyond the kernel's limit")
         << QByteArray(4096, '\0') + QByteArray::fromHex("05010906a101c0") << 0 << 0;
     QTest::newRow("collection just before the kernel's limit")
         << QByteArray(4090, '\0') + QByteArray::fromHex("05010906a101c0") << 1 << 6;
@@ -258,7 +257,7 @@ void tst_HidPlugHook_linux::goneBeforeItIsLookedAt()
     PlugRecorder recorder;
     const Watch watch;
     testbed.announce(node, "remove");
-    testbed.announce(node, "remove"); // of a device that is not known any more
+    testbed.announce(node, "remove"); // the device is no longer known
     settle(testbed, recorder);
     QCOMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
 }
@@ -315,7 +314,7 @@ void tst_HidPlugHook_linux::withoutCallback()
     QTRY_COMPARE(recorder.plugs.size(), 1);
     recorder.plugs.clear();
 
-    // Nobody was told of the second one's arrival, but its properties are known.
+    // The second arrival was not reported, but the properties are known.
     register_hid_plug_callback(PlugRecorder::record, &recorder);
     testbed.removeUsbDevice(second);
     QTRY_COMPARE(recorder.plugs, QList<Plug>({{0, 4, 4, 0x74, 0xFF31, "second"}}));

@@ -132,8 +132,8 @@ void tst_HidPlugHook_mac::callbackReplacesItself()
 void tst_HidPlugHook_mac::nothingDuringStartUpdate_data()
 {
     QTest::addColumn<bool>("oneMoreComes");
-    QTest::newRow("nothing happens afterwards") << false;
-    QTest::newRow("one more comes afterwards") << true;
+    QTest::newRow("no later arrival") << false;
+    QTest::newRow("later arrival") << true;
 }
 
 void tst_HidPlugHook_mac::nothingDuringStartUpdate()
@@ -174,7 +174,7 @@ void tst_HidPlugHook_mac::startUpdateWithoutEvents()
     DeviceComm &deviceComm = DeviceComm::GetInst();
     turnRunLoop();
     deviceComm.startUpdate(0x7F3C, 0x0C51);
-    // Nothing is to be caught up with.
+    // Nothing is reported afterwards.
     QCOMPARE(CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1), kCFRunLoopRunTimedOut);
 }
 
@@ -247,7 +247,7 @@ void tst_HidPlugHook_mac::stoppedReportsNothing()
     HidManagerDouble::attach(kTarget);
     turnRunLoop();
     QCOMPARE(recorder.plugs.size(), 0);
-    // Nor does the next one report what the last one kept.
+    // The next object does not report the events of the previous one.
     const Watch watch;
     turnRunLoop();
     QCOMPARE(recorder.plugs.size(), 2);

@@ -21,7 +21,7 @@ namespace {
 
 bool filesAreShort = false;
 
-/// Runs this program in another role; returns what it printed, an error text when it failed.
+/// Runs this program in another role. Returns its output, or an error text if it failed.
 QByteArray runAs(const QString &role)
 {
     QProcess process;
@@ -40,7 +40,7 @@ void printPlug(int arrived, int vendorId, int productId, int /*usage*/, int /*us
                 static_cast<unsigned>(productId));
 }
 
-/// A program whose DeviceComm goes after its application.
+/// A program whose DeviceComm is destroyed after the application object.
 int outliveTheApplication(int argc, char *argv[])
 {
     register_hid_plug_callback(printPlug, nullptr);
@@ -50,7 +50,7 @@ int outliveTheApplication(int argc, char *argv[])
     return QCoreApplication::exec();
 }
 
-/// A program that ends while reports wait.
+/// A program that exits with pending reports.
 int leaveReportsBehind(int argc, char *argv[])
 {
     register_hid_plug_callback(printPlug, nullptr);
@@ -59,7 +59,7 @@ int leaveReportsBehind(int argc, char *argv[])
     return 0;
 }
 
-/// A program without any application.
+/// A program without an application object.
 int doWithoutApplication()
 {
     register_hid_plug_callback(printPlug, nullptr);
@@ -67,7 +67,7 @@ int doWithoutApplication()
     return 0;
 }
 
-/// A program in which no watch can be made.
+/// A program in which the watch cannot start.
 int doWithoutWatch(int argc, char *argv[])
 {
     filesAreShort = true;
@@ -76,7 +76,7 @@ int doWithoutWatch(int argc, char *argv[])
 
 } // namespace
 
-// A watch begins with this. When files are short, it finds none that it could open.
+// Replaces the first call of a watch, to leave it no file descriptors.
 extern "C" udev_monitor *udev_monitor_new_from_netlink(udev *udev, const char *name)
 {
     using Function = udev_monitor *(*)(struct udev *, const char *);
@@ -153,7 +153,7 @@ void tst_HidPlugWatch_linux::stoppedReportsNothing()
     testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
     PlugRecorder recorder;
     {
-        const Watch watch; // its reports have no time to leave
+        const Watch watch; // destroyed before it could deliver reports
     }
     const Watch watch;
     settle(testbed, recorder);
@@ -164,10 +164,11 @@ void tst_HidPlugWatch_linux::endOfTheProcess_data()
 {
     QTest::addColumn<QString>("role");
     QTest::addColumn<QByteArray>("printed");
-    QTest::newRow("application goes first") << "outlive" << QByteArray("1 7f3c:c51\n");
-    QTest::newRow("reports wait") << "leave" << QByteArray();
-    QTest::newRow("no application") << "without" << QByteArray();
-    QTest::newRow("no watch can be made") << "short" << QByteArray();
+    QTest::newRow("application object is destroyed first")
+        << "outlive" << QByteArray("1 7f3c:c51\n");
+    QTest::newRow("pending reports") << "leave" << QByteArray();
+    QTest::newRow("no application object") << "without" << QByteArray();
+    QTest::newRow("watch cannot start") << "short" << QByteArray();
 }
 
 void tst_HidPlugWatch_linux::endOfTheProcess()

@@ -10,7 +10,7 @@ namespace {
 
 HidReportDescriptor read(const QByteArray &bytes)
 {
-    // A copy of exactly that size, for the sanitizers to see each step beyond it.
+    // An exact copy, so that the sanitizers notice each access beyond its end.
     const std::vector<std::uint8_t> exact(bytes.begin(), bytes.end());
     return {exact.data(), exact.size()};
 }
@@ -41,12 +41,12 @@ void tst_HidReportDescriptor::firstCollection_data()
     QTest::addColumn<int>("usagePage");
     QTest::addColumn<int>("usage");
     QTest::newRow("keyboard") << hex("05010906a101 c0") << 0x01 << 0x06;
-    QTest::newRow("vendor's own") << hex("0631ff 0974 a101 c0") << 0xFF31 << 0x74;
-    QTest::newRow("usage of two bytes") << hex("05ff 0a3412 a101") << 0xFF << 0x1234;
-    QTest::newRow("usage of four bytes brings its page")
+    QTest::newRow("vendor-defined") << hex("0631ff 0974 a101 c0") << 0xFF31 << 0x74;
+    QTest::newRow("usage with two bytes") << hex("05ff 0a3412 a101") << 0xFF << 0x1234;
+    QTest::newRow("usage with four bytes includes its page")
         << hex("0501 0b740031ff a101") << 0xFF31 << 0x74;
-    QTest::newRow("page of four bytes") << hex("0731ff0000 0974 a101") << 0xFF31 << 0x74;
-    QTest::newRow("page of no bytes is zero") << hex("0501 04 0906 a101") << 0 << 0x06;
+    QTest::newRow("page with four bytes") << hex("0731ff0000 0974 a101") << 0xFF31 << 0x74;
+    QTest::newRow("page without data is zero") << hex("0501 04 0906 a101") << 0 << 0x06;
     QTest::newRow("page after the usage") << hex("0906 0501 a101") << 0x01 << 0x06;
     QTest::newRow("page zero") << hex("0500 0906 a101") << 0 << 0x06;
     QTest::newRow("no page") << hex("0906 a101") << 0 << 0x06;
@@ -58,18 +58,19 @@ void tst_HidReportDescriptor::firstCollection_data()
     QTest::newRow("collection that is not an application") << hex("05010906a100") << 0x01 << 0x06;
     QTest::newRow("first of several usages") << hex("0501 0906 0907 a101") << 0x01 << 0x06;
     QTest::newRow("usage range") << hex("0501 1906 2908 a101") << 0x01 << 0x06;
-    QTest::newRow("usage belongs to a field before")
+    QTest::newRow("usage belongs to an earlier field")
         << hex("0501 0906 8102 0902 a101") << 0x01 << 0x02;
-    QTest::newRow("pushed page comes back") << hex("0501 a4 0507 b4 0906 a101") << 0x01 << 0x06;
+    QTest::newRow("pop restores the pushed page")
+        << hex("0501 a4 0507 b4 0906 a101") << 0x01 << 0x06;
     QTest::newRow("pop without push") << hex("0501 b4 0906 a101") << 0x01 << 0x06;
-    QTest::newRow("long item is passed over") << hex("fe0210a101 05010906a101") << 0x01 << 0x06;
+    QTest::newRow("long item is skipped") << hex("fe0210a101 05010906a101") << 0x01 << 0x06;
     QTest::newRow("empty long item") << hex("fe0010 05010906a101") << 0x01 << 0x06;
     QTest::newRow("empty") << QByteArray() << 0 << 0;
     QTest::newRow("no collection") << hex("0501 0906 7508 9501 8102") << 0 << 0;
-    QTest::newRow("long item cut at its head") << hex("0501 0906 fe") << 0 << 0;
-    QTest::newRow("long item cut before its tag") << hex("0501 0906 fe02") << 0 << 0;
-    QTest::newRow("long item longer than all") << hex("fe05 10 a101a1") << 0 << 0;
-    QTest::newRow("last item's data missing") << hex("0501 0906 a2 01") << 0 << 0;
+    QTest::newRow("long item without size") << hex("0501 0906 fe") << 0 << 0;
+    QTest::newRow("long item without tag") << hex("0501 0906 fe02") << 0 << 0;
+    QTest::newRow("long item longer than the descriptor") << hex("fe05 10 a101a1") << 0 << 0;
+    QTest::newRow("last item without its data") << hex("0501 0906 a2 01") << 0 << 0;
 }
 
 void tst_HidReportDescriptor::firstCollection()

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// Built against the device layer of either platform, and without its headers on purpose: what is
-// declared here is all that a program needs to link to it. IO_ITERATOR is the platform's type.
+// Built for the device layer of either platform. Without its headers, the declarations here show
+// which names a program can link to. IO_ITERATOR is the platform's type.
 
 #include <QtTest>
 

@@ -17,7 +17,7 @@ const QByteArray kNoInterface = "Unable to create a device interface: 00000013\n
 
 std::atomic<int> signalsHandled = 0;
 
-/// A handler of SIGUSR1 that does nothing else, while it lives.
+/// Installs a handler for SIGUSR1 that does nothing, during its lifetime.
 class CountedSignal
 {
 public:
@@ -79,7 +79,7 @@ void tst_UsbMonitorEvents_linux::otherKindsAreNotNoticed()
 {
     Testbed testbed;
     const UsbMonitorThread monitor(testbed);
-    // Its interfaces and what hangs on them are announced, too.
+    // Its interfaces and their devices are announced as well.
     const QString device = testbed.addUsbDevice(kTarget);
     testbed.addHidInterface(device, {0xFF31, 0x74, {}, {}});
     testbed.addSerialPort(device, "/dev/cu.usbmodem14201");
@@ -99,7 +99,7 @@ void tst_UsbMonitorEvents_linux::thoseLeftFromTheStartComeFirst()
     }
     const UsbMonitorThread monitor(testbed);
     const QString takenAtTheStart = left.takeFirst();
-    // Devices that go do not wait behind those that are left.
+    // Removed devices do not queue behind attached ones.
     testbed.removeUsbDevice(takenAtTheStart);
     QTRY_COMPARE(taken.paths(), QStringList(takenAtTheStart));
     for (int i = 0; i < left.size(); ++i) {
@@ -114,7 +114,7 @@ void tst_UsbMonitorEvents_linux::eventWithoutAction()
     UsbMonitorThread monitor(testbed);
     hideActions(true);
     testbed.removeUsbDevice(testbed.addUsbDevice(kTarget));
-    QTRY_COMPARE(hiddenActionsAsked(), 4); // both of arrivals and of removals see both
+    QTRY_COMPARE(hiddenActionsAsked(), 4); // both monitors see both events
     hideActions(false);
     const QString device = testbed.addUsbDevice(kTarget);
     QTRY_COMPARE(taken.paths(), QStringList({device}));
@@ -126,7 +126,7 @@ void tst_UsbMonitorEvents_linux::signalsEndNothing()
     Testbed testbed;
     const CountedSignal counted;
     UsbMonitorThread monitor(testbed);
-    // More than one, since the first may come when it does not wait yet.
+    // Sends several, since the first may arrive before the watch is waiting.
     for (int count = 1; count <= 10; ++count) {
         QCOMPARE(pthread_kill(monitor.handle(), SIGUSR1), 0);
         QTRY_VERIFY(signalsHandled == count || monitor.hasEnded());

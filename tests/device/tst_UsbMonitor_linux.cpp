@@ -32,10 +32,10 @@ int openHandles()
         .size();
 }
 
-/// Runs init_plug where only so many more files can be opened.
+/// Runs init_plug() with room for only a few more open files.
 int runShortOfFiles(int files)
 {
-    stop_plug(); // it must come back, whatever happens
+    stop_plug(); // makes sure that it returns
     const int next = dup(STDIN_FILENO);
     close(next);
     rlimit before = {};
@@ -165,7 +165,7 @@ void tst_UsbMonitor_linux::oneAttachedDeviceIsTaken()
     QStringList paths;
     for (int i = 0; i < attached; ++i) {
         paths.append(testbed.addUsbDevice(kTarget));
-        // Interfaces are no devices.
+        // Interfaces do not count as devices.
         testbed.addHidInterface(paths.last(), {0xFF31, 0x74, {}, {}});
     }
     stop_plug();
@@ -180,7 +180,7 @@ void tst_UsbMonitor_linux::stoppedBeforehand()
     stop_plug();
     QCOMPARE(init_plug(), 0);
     QCOMPARE(init_plug(), 0);
-    // The next one has a stop of its own to wait for.
+    // The next watch waits for another stop.
     UsbMonitorThread next(testbed);
     const QString device = testbed.addUsbDevice(kTarget);
     QTRY_COMPARE(taken.paths(), QStringList({device}));
@@ -202,7 +202,7 @@ void tst_UsbMonitor_linux::oneStopEndsOne()
     };
     stop_plug();
     QTRY_COMPARE(ended(), 1);
-    // The other one still takes devices.
+    // The other watch still takes devices.
     taken.clear();
     const QString device = testbed.addUsbDevice(kTarget);
     QTRY_COMPARE(taken.paths(), QStringList({device}));
@@ -217,7 +217,7 @@ void tst_UsbMonitor_linux::fiftyStartsAndStops()
     testbed.addUsbDevice(kTarget);
     testbed.addUsbDevice(kTarget);
     stop_plug();
-    init_plug(); // what is opened once and for all
+    init_plug(); // opens the files that stay open
     const int before = openHandles();
     for (int round = 0; round < 50; ++round) {
         stop_plug();
@@ -231,7 +231,7 @@ void tst_UsbMonitor_linux::registrationFails_data()
 {
     QTest::addColumn<QString>("files");
     QTest::addColumn<QByteArray>("printed");
-    // The number is that of "too many open files".
+    // 0x18 is EMFILE.
     QTest::newRow("arrivals") << "0"
                               << QByteArray("Unable to register device added notification: "
                                             "00000018\n55\n");

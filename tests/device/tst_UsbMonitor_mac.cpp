@@ -47,7 +47,7 @@ QByteArray toText(const Calls &calls)
     return text;
 }
 
-/// init_plug on a thread of its own, whose run loop already waits.
+/// Runs init_plug() in a separate thread. The constructor waits until its run loop is waiting.
 class Monitor
 {
 public:
@@ -80,7 +80,7 @@ public:
         return m_result.get();
     }
 
-    /// Ends it by leaving its run loop without a source.
+    /// Ends it by removing all sources from its run loop.
     int starve()
     {
         UsbDouble::removeSources();
@@ -135,7 +135,7 @@ void tst_UsbMonitor_mac::watchFromStartToEnd()
         QCOMPARE(stopped ? monitor.stop() : monitor.starve(), 0);
         QCOMPARE(toText(UsbDouble::calls()),
                  toText(kFirstRegistration + kSecondRegistration + kNoneTaken + kEnd));
-        // The port is left, with its source.
+        // The port and its source remain.
         QCOMPARE(UsbDouble::portCount(), 1);
         QCOMPARE(doubleObjectCount(), objects + 1);
     }
@@ -192,7 +192,7 @@ void tst_UsbMonitor_mac::oneAttachedDeviceIsTaken()
     const Calls start
         = kFirstRegistration + kSecondRegistration + (attached > 0 ? kOneTaken : kNoneTaken);
     QCOMPARE(toText(UsbDouble::calls()), toText(start));
-    // All but the taken one are still in the iterator, which is therefore not armed.
+    // The other devices are still in the iterator, which is therefore not armed.
     for (std::size_t i = 0; i < services.size(); ++i) {
         QCOMPARE(UsbDouble::references(services[i]), i == 0 ? 1 : 2);
     }
@@ -322,7 +322,7 @@ void tst_UsbMonitor_mac::registrationFails()
     QCOMPARE(result, text.size());
     QCOMPARE(toText(UsbDouble::calls()),
              toText(kFirstRegistration + (second ? kSecondRegistration : Calls())));
-    // The port and the iterator of the registration that worked are left, not the dictionaries.
+    // The port and the first iterator remain, but no dictionary.
     QCOMPARE(UsbDouble::portCount(), 1);
     QCOMPARE(doubleObjectCount(), objects + 1);
     QCOMPARE(UsbDouble::references(attached), second ? 2 : 1);
@@ -343,7 +343,7 @@ void tst_UsbMonitor_mac::interfaceCannotBeMade()
     }
     QCOMPARE(printed, QByteArray("Unable to create a device interface: e00002be\n"));
     QCOMPARE(toText(UsbDouble::calls()), toText({"IOIteratorNext", kPlugIn}));
-    QCOMPARE(UsbDouble::references(service), 2); // the one taken is never given back
+    QCOMPARE(UsbDouble::references(service), 2); // the iterator's reference is never released
     QVERIFY(getUSBDeviceInterface(iterator) == nullptr);
 }
 
