@@ -37,7 +37,7 @@ Stage::Stage(const DeviceBehaviour &behaviour)
     if (package.write(path("dfu.zip")) != DfuPackage::Error::None) {
         qFatal("cannot write the package");
     }
-    // The program looks as at its users', who do not set this.
+    // Users do not set this, and it changes the look of the program.
     QProcessEnvironment environment = program.environment();
     environment.remove("QT_FONT_DPI");
     program.setEnvironment(environment);
@@ -102,7 +102,7 @@ void Stage::tellLog() const
     }
     const QList<QByteArray> lines = log.readAll().split('\n');
     for (const QByteArray &line : lines) {
-        if (line != "Standard Output: \"\"") { // there is one for each tick
+        if (line != "Standard Output: \"\"") { // each tick writes one
             qInfo("fw-update: %s", line.constData());
         }
     }

@@ -12,31 +12,30 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-/// Everything of one upgrade: the program as it ships in a folder with its two files, a device
-/// beside it and a user in front of the screen.
+/// Everything for one upgrade: the unmodified program in a folder with the vendor's two files, a
+/// simulated device, and a user in front of the screen.
 class Stage
 {
 public:
     explicit Stage(const DeviceBehaviour &behaviour = {});
 
-    /// Waits for a tool that is still running, and tells what the program logged when the test
-    /// has failed.
+    /// Waits for a tool that is still running. Shows the program's log if the test has failed.
     ~Stage();
 
     Stage(const Stage &) = delete;
     Stage &operator=(const Stage &) = delete;
 
-    /// Replaces what the tool does, see StandInScript.
+    /// Replaces the tool's behaviour by a script for StandInScript.
     void setToolScript(const QByteArray &script);
 
-    /// Starts the program in the folder's own directory, or in \a directory, and waits for its
-    /// window. Returns whether it came.
+    /// Starts the program in its own folder, or in \a directory, and waits for its window. Returns
+    /// whether it appeared.
     bool open(const QString &directory = QString());
 
-    /// Clicks and moves the pointer away again, so that nothing looks hovered.
+    /// Clicks the upgrade button and moves the pointer away, so that nothing is hovered.
     void click(const QPoint &position);
 
-    /// What the window shows: one of the program's own texts, or of those added. Null for another.
+    /// The status text: one of the program's own texts or of the added ones. Null for others.
     QString status();
     void addText(const QString &text) { m_toolTexts.append(text); }
     int progress();
@@ -44,7 +43,7 @@ public:
 
     QString path(const QString &file) const { return m_folder.filePath(file); }
 
-    /// What the tool wrote by its command "record", into the file record.json; empty before.
+    /// The contents of record.json, which the tool's command "record" writes; empty before.
     QJsonObject record() const;
 
     Testbed testbed;

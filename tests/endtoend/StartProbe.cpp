@@ -9,9 +9,9 @@
 
 #include <cstdio>
 
-// A library that a test has loaded into the program as it ships, to tell from inside what cannot be
-// seen from outside, each on a line of its own: the names that a screen reader finds for the
-// buttons, and how many kilobytes of pictures Qt may keep. Then it ends the program.
+// A library that a test preloads into the unmodified program. It prints the names of the buttons
+// for screen readers and the limit of the pixmap cache in kilobytes, one per line, and exits the
+// program.
 
 namespace {
 
@@ -30,7 +30,7 @@ void tell()
     QCoreApplication::quit();
 }
 
-/// Called within the application object's constructor; the window is there once events are handled.
+/// Called in the application object's constructor. The window exists once events are processed.
 void waitForWindow()
 {
     QTimer::singleShot(0, tell);

@@ -32,7 +32,7 @@ void tst_Demo::saysHowItEnded_data()
                                << QByteArray("demo: failed as expected of \"no-device\"");
     QTest::newRow("no package") << "no-package"
                                 << QByteArray("demo: failed as expected of \"no-package\"");
-    QTest::newRow("back late, but in time")
+    QTest::newRow("returns late, but in time")
         << "late-return=1500" << QByteArray("demo: upgraded, image verified");
     QTest::newRow("cable pulled after the end")
         << "drop-out=60001" << QByteArray("demo: upgraded, image verified");

@@ -20,7 +20,7 @@ QProcessEnvironment usersEnvironment()
     return environment;
 }
 
-/// Every file that the running process has in its memory, among other things.
+/// The memory mappings of the running process, which include all loaded files.
 QByteArray mappings(qint64 pid)
 {
     QFile maps(QString("/proc/%1/maps").arg(pid));
@@ -53,7 +53,7 @@ void tst_Start::loadsNoPluginInVain()
     QFETCH(const QString, kind);
 
     const QDir folder(QLibraryInfo::location(QLibraryInfo::PluginsPath) + '/' + kind);
-    QVERIFY2(!folder.entryList(QDir::Files).isEmpty(), "there is none that could be loaded");
+    QVERIFY2(!folder.entryList(QDir::Files).isEmpty(), "there are no plugins to load");
     QProcess program;
     program.setProcessEnvironment(usersEnvironment());
     program.start(FW_UPDATE_PROGRAM, QStringList());
@@ -61,7 +61,7 @@ void tst_Start::loadsNoPluginInVain()
     QTRY_VERIFY_WITH_TIMEOUT(user.seesWindow(), kSoon);
 
     const QByteArray files = mappings(program.processId());
-    QVERIFY(files.contains("/platforms/")); // the one that it needs
+    QVERIFY(files.contains("/platforms/")); // the plugin that it needs
     QVERIFY(!files.contains('/' + kind.toLatin1() + '/'));
 
     program.terminate();

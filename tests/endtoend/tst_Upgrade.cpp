@@ -17,7 +17,7 @@ const QString kPort = "/dev/cu.usbmodem14201";
 
 constexpr int kSoon = 20000;
 
-/// A device whose upgrade takes long enough to be looked at.
+/// A device whose upgrade takes long enough for checks in between.
 DeviceBehaviour unhurried()
 {
     DeviceBehaviour behaviour;
@@ -118,9 +118,9 @@ void tst_Upgrade::deviceIsNotFound_data()
 {
     QTest::addColumn<QString>("fault");
     QTest::addColumn<int>("reports");
-    QTest::newRow("there is none") << QString() << 0;
-    QTest::newRow("does not come back") << "never-return" << 1;
-    QTest::newRow("comes back too late") << "late-return=2500" << 1;
+    QTest::newRow("not connected") << QString() << 0;
+    QTest::newRow("does not return") << "never-return" << 1;
+    QTest::newRow("returns too late") << "late-return=2500" << 1;
     QTest::newRow("cannot be opened") << "open-fails" << 0;
     QTest::newRow("loses the report") << "write-fails" << 0;
 }
@@ -206,7 +206,7 @@ void tst_Upgrade::brokenUpgradeShowsAnError()
     QTRY_VERIFY_WITH_TIMEOUT(stage.progress() > 0, kSoon);
     QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kSoon);
 
-    QVERIFY(stage.status().isNull()); // the tool's own words
+    QVERIFY(stage.status().isNull()); // the tool's error text
     QVERIFY(stage.device.image().isEmpty());
 }
 
@@ -272,7 +272,7 @@ void tst_Upgrade::windowIsDraggedByItsBand()
 
     stage.user.drag(from, to);
     stage.user.release();
-    // What the program does on a click shows that it has handled the drag.
+    // The reaction to a click shows that the program has handled the drag.
     QTRY_COMPARE(stage.user.windowGeometry().topLeft(), after);
     stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
@@ -328,7 +328,7 @@ void tst_Upgrade::toolIsMadeExecutable()
     if (becomesExecutable) {
         QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     } else {
-        QTRY_VERIFY(stage.progress() > 0); // it waits for a tool that never started
+        QTRY_VERIFY(stage.progress() > 0); // the upgrade runs, although the tool did not start
         QVERIFY(!stage.isUpgradeEnabled());
     }
 }
