@@ -108,7 +108,7 @@ void tst_DfuPackage::writesTheSameBytesTwice()
     QCOMPARE(package.write(path("second.zip")), Error::None);
     QVERIFY(!contents(path("first.zip")).isEmpty());
     QCOMPARE(contents(path("first.zip")), contents(path("second.zip")));
-    // The time of writing has a resolution of two seconds, so the date is looked at as well.
+    // Times in a ZIP file have a resolution of two seconds, so this checks the date as well.
     zip_t *zip = zip_open(QFile::encodeName(path("first.zip")).constData(), ZIP_RDONLY, nullptr);
     zip_stat_t stat;
     QCOMPARE(zip_stat_index(zip, 0, 0, &stat), 0);

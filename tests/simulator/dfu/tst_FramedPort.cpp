@@ -79,7 +79,7 @@ void tst_FramedPort::keepsToItsDeadline_data()
     QTest::addColumn<bool>("received");
 
     QTest::newRow("in time") << 5000 << true;
-    QTest::newRow("too late, though a frame is there") << 0 << false;
+    QTest::newRow("too late, although a frame has arrived") << 0 << false;
 }
 
 void tst_FramedPort::keepsToItsDeadline()
