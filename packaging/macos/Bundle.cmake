@@ -43,8 +43,8 @@ if(FW_UPDATE_TOOL)
             COMPONENT program)
 endif()
 if(FW_UPDATE_PACKAGE)
-    # A file in MacOS would have to be signed as code, and data can hold a signature in extended
-    # attributes only, which many copies lose. A link is sealed with the resources.
+    # Files in MacOS must be signed as code. Data can only store such a signature in extended
+    # attributes, which many ways of copying lose. A link needs no signature of this kind.
     install(FILES "${FW_UPDATE_PACKAGE}" DESTINATION "${contents}/Resources" RENAME dfu.zip
             COMPONENT program)
     install(CODE "file(CREATE_LINK ../Resources/dfu.zip
@@ -52,7 +52,7 @@ if(FW_UPDATE_PACKAGE)
         COMPONENT program)
 endif()
 
-# Last, since both work on the whole bundle.
+# Both scripts need the complete bundle, so they run last.
 if(FW_UPDATE_MACDEPLOYQT)
     install(CODE "
         set(bundle \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${bundle}\")
