@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "benchmarks/inprocess/SilentTool.h"
-#include "tests/app/WindowParts.h"
+#include "tests/support/WindowParts.h"
 
 #include <QCoreApplication>
 #include <QProcess>

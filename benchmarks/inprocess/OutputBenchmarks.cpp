@@ -3,7 +3,7 @@
 
 #include "benchmarks/floors/PlainWindow.h"
 #include "benchmarks/inprocess/SilentTool.h"
-#include "tests/app/WindowParts.h"
+#include "tests/support/WindowParts.h"
 
 #include <QCoreApplication>
 #include <QDebug>

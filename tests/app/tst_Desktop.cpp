@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/Desktop.h"
-#include "tests/app/WindowParts.h"
+#include "tests/support/WindowParts.h"
 
 #include <QApplication>
 #include <QJsonDocument>

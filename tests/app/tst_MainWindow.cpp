@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/app/WindowParts.h"
+#include "tests/support/WindowParts.h"
 #include "tests/app/WindowPointer.h"
 #include "tests/support/WidgetPicture.h"
 #include "widgets/CustomArea.h"

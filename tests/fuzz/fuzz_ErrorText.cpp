@@ -5,7 +5,7 @@
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
-#include "tests/reliability/ModelledWindow.h"
+#include "tests/models/ModelledWindow.h"
 
 extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 {

@@ -1,30 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/app/UpgradeStage.h"
-#include "tests/reliability/ChildProcesses.h"
-#include "tests/reliability/LibraryHooks.h"
-#include "tests/reliability/Outcome.h"
-#include "tests/reliability/QueuedClick.h"
-#include "tests/reliability/SequenceModel.h"
+#include "tests/app/fixtures/ChildProcesses.h"
+#include "tests/app/fixtures/UpgradeStage.h"
+#include "tests/models/SequenceModel.h"
 
 #include <QMetaEnum>
 #include <QtTest>
 
-#include <algorithm>
 #include <csignal>
 
 using namespace WindowParts;
 
-namespace {
-
-const char *const kPort = "/dev/cu.usbmodem14201";
-
-} // namespace
-
-/// One upgrade of a device that is in its application, disturbed once, at each of its steps and in
-/// each way. Then it goes on as far as it can, up to the time-out, and must agree with the rules
-/// all along. A disturbance may come before what it takes away; that changes nothing then.
+/// Disturbs one upgrade of a device that is in its application, once, at each of its steps and in
+/// each way. Then it goes on as far as it can, up to the time-out, and must agree with the model
+/// all along. A disturbance may come before what it takes away exists; then it changes nothing.
 class tst_Interruption : public QObject
 {
     Q_OBJECT
@@ -50,58 +40,221 @@ public:
     Q_ENUM(Disturbance)
 
 private slots:
-    void init();
-    void cleanup();
     void disturbed_data();
     void disturbed();
+};
+
+namespace {
+
+using Step = tst_Interruption::Step;
+using Disturbance = tst_Interruption::Disturbance;
+
+class DisturbedUpgrade
+{
+public:
+    DisturbedUpgrade(Step when, Disturbance what)
+        : m_when(when)
+        , m_what(what)
+    { }
+
+    void play();
 
 private:
-    void reach(Step step);
-    void disturb();
-    bool mustHit() const;
-    void catchUp();
-    void compare();
-    int runningTimers() const;
     void runSequence();
     void runTool();
+    void reach(Step step);
+    void reachByText(const QString &text);
+    void disturb();
+    bool mustMeetSomething() const;
+    void catchUp();
+    void compare();
+    void restartDevice();
     void say(const QByteArray &chunk);
     void complain(const QByteArray &chunk);
     void tick(int times);
 
-    std::unique_ptr<UpgradeStage> m_stage;
+    const Step m_when;
+    const Disturbance m_what;
+    UpgradeStage m_stage;
+    const QString m_target = m_stage.testbed.addUsbDevice({0x7F3C, 0x0C51, "Target", "2"});
+    const QString m_hid = m_stage.testbed.addHidInterface(m_target, {0xFF31, 0x74, {}, {}});
     SequenceModel m_model;
-    QString m_hidDevice;
-    QString m_hid;
-    Step m_when = Clicked;
-    Disturbance m_what = ToolKilled;
     int m_disturbances = 0;
-    bool m_hits = false; // what the disturbance takes away was there
+    bool m_meetsSomething = true;
     bool m_isQueued = false; // a click that the window has not seen yet
     bool m_isFrozen = false;
-    bool m_isAsked = false;
+    bool m_hidIsThere = true;
     bool m_portIsThere = false;
-    bool m_toolLives = false;
 };
 
-void tst_Interruption::init()
+void DisturbedUpgrade::play()
 {
-    m_stage = std::make_unique<UpgradeStage>();
-    m_hidDevice = m_stage->testbed->addUsbDevice({0x7F3C, 0x0C51, "Target", "2"});
-    m_hid = m_stage->testbed->addHidInterface(m_hidDevice, {0xFF31, 0x74, {}, {}});
-    m_model = SequenceModel();
-    m_disturbances = 0;
-    m_hits = false;
-    m_isQueued = false;
-    m_isAsked = false;
-    m_portIsThere = false;
-    m_toolLives = false;
+    runSequence();
+    if (m_model.hasTool) {
+        runTool();
+    }
+    tick(UpgradeStage::kTicksToTimeOut);
+    compare();
+    QVERIFY(m_model.outcome.canClick || !m_model.isVisible);
+    QCOMPARE(m_disturbances, 1);
+    QCOMPARE(m_meetsSomething, mustMeetSomething());
 }
 
-void tst_Interruption::cleanup()
+void DisturbedUpgrade::runSequence()
 {
-    LibraryHooks::insteadOfSleep = {};
-    m_stage.reset();
+    m_stage.onStatus = [this](const QString &text) {
+        reachByText(text);
+    };
+    m_stage.whileAsleep = [this] {
+        restartDevice();
+    };
+    m_isFrozen = true;
+    m_stage.click();
+    m_isFrozen = false;
+    reach(Step::ToolStarts);
 }
+
+void DisturbedUpgrade::reachByText(const QString &text)
+{
+    static const QHash<QString, Step> kSteps
+        = {{StatusText::kStart, Step::Clicked},
+           {StatusText::kInitialised, Step::MadeExecutable},
+           {StatusText::kNotFound, Step::FoundNoPort},
+           {StatusText::kFound, Step::FoundThePort},
+           {StatusText::kUpgrading, Step::AnnouncesTheUpgrade}};
+    const bool isFirstSearch = m_stage.slept == 0;
+    if (m_isFrozen && (isFirstSearch || text != StatusText::kNotFound)) {
+        reach(kSteps.value(text));
+    }
+}
+
+void DisturbedUpgrade::restartDevice()
+{
+    const bool takesTheReport = m_hidIsThere && !m_stage.testbed.reports(m_hid).isEmpty();
+    reach(Step::AskedTheDevice);
+    if (takesTheReport) {
+        m_stage.addPort();
+        m_portIsThere = true;
+    }
+    reach(Step::DeviceCameBack);
+    m_model.click(false, m_portIsThere);
+}
+
+void DisturbedUpgrade::runTool()
+{
+    QProcess *const tool = m_stage.tools.first();
+    QVERIFY(UpgradeStage::waitFor([tool] { return tool->state() != QProcess::Starting; }));
+    reach(Step::ToolRuns);
+    tick(1);
+    reach(Step::FirstTick);
+    say("Sending");
+    reach(Step::FirstOutput);
+    complain("trouble");
+    reach(Step::FirstError);
+    say("Device programmed");
+    reach(Step::Phrase);
+}
+
+void DisturbedUpgrade::reach(Step step)
+{
+    if (step == m_when) {
+        disturb();
+    }
+    if (!m_isFrozen) {
+        QCoreApplication::processEvents();
+        catchUp();
+        compare();
+    }
+}
+
+void DisturbedUpgrade::disturb()
+{
+    ++m_disturbances;
+    switch (m_what) {
+    case Disturbance::ToolKilled:
+        m_meetsSomething = !childProcesses().isEmpty();
+        for (const pid_t child : childProcesses()) {
+            ::kill(child, SIGKILL);
+            m_model.end();
+        }
+        break;
+    case Disturbance::PortGone:
+        m_meetsSomething = m_portIsThere;
+        if (m_portIsThere) {
+            m_stage.testbed.removeNode(UpgradeStage::kPort);
+        }
+        m_portIsThere = false;
+        break;
+    case Disturbance::HidGone:
+        m_stage.testbed.removeUsbDevice(m_target);
+        m_hidIsThere = false;
+        break;
+    case Disturbance::Closed:
+        m_stage.queueClick(closeButton(*m_stage.window));
+        m_isQueued = true;
+        break;
+    case Disturbance::ClickedAgain:
+        m_stage.queueClick(upgradeButton(*m_stage.window));
+        m_isQueued = true;
+        break;
+    }
+}
+
+bool DisturbedUpgrade::mustMeetSomething() const
+{
+    return (m_what != Disturbance::ToolKilled || m_when >= Step::ToolStarts)
+        && (m_what != Disturbance::PortGone || m_when >= Step::DeviceCameBack);
+}
+
+/// Takes to the model what the window has just taken from the queue.
+void DisturbedUpgrade::catchUp()
+{
+    if (!m_isQueued) {
+        return;
+    }
+    m_isQueued = false;
+    if (m_what == Disturbance::Closed) {
+        m_model.close();
+    } else {
+        m_model.click(m_portIsThere, false);
+    }
+}
+
+void DisturbedUpgrade::compare()
+{
+    if (QTest::currentTestFailed()) {
+        return; // the later steps would wait in vain
+    }
+    QCOMPARE(m_stage.awaitOutcome(m_model.outcome), m_model.outcome);
+    QCOMPARE(m_stage.window->isVisible(), m_model.isVisible);
+}
+
+void DisturbedUpgrade::say(const QByteArray &chunk)
+{
+    if (m_model.outcome.processes > 0) {
+        m_stage.say(chunk);
+        m_model.say(chunk, true);
+    }
+}
+
+void DisturbedUpgrade::complain(const QByteArray &chunk)
+{
+    if (m_model.outcome.processes > 0) {
+        m_stage.complain(chunk);
+        m_model.complain(chunk);
+    }
+}
+
+void DisturbedUpgrade::tick(int times)
+{
+    const auto &timers = m_model.outcome.timers;
+    for (int i = 0; i < times && !timers.isEmpty() && timers.last() == Outcome::Running; ++i) {
+        m_model.tick(timers.size() - 1);
+        m_stage.tick();
+    }
+}
+
+} // namespace
 
 void tst_Interruption::disturbed_data()
 {
@@ -124,190 +277,7 @@ void tst_Interruption::disturbed()
     QFETCH(Step, step);
     QFETCH(Disturbance, disturbance);
 
-    m_when = step;
-    m_what = disturbance;
-    runSequence();
-    if (m_model.hasProcess) {
-        runTool();
-    }
-    tick(UpgradeStage::kTicksToTimeOut);
-    compare();
-    QVERIFY(m_model.canClick || !m_model.isVisible);
-    QCOMPARE(m_disturbances, 1);
-    QCOMPARE(m_hits, mustHit());
-}
-
-void tst_Interruption::reach(Step step)
-{
-    if (step == m_when) {
-        disturb();
-    }
-    if (!m_isFrozen) {
-        QCoreApplication::processEvents();
-        catchUp();
-        compare();
-    }
-}
-
-void tst_Interruption::disturb()
-{
-    ++m_disturbances;
-    m_hits = true;
-    switch (m_what) {
-    case ToolKilled:
-        m_hits = !childProcesses().isEmpty();
-        for (const pid_t child : childProcesses()) {
-            ::kill(child, SIGKILL);
-        }
-        m_toolLives = false;
-        break;
-    case PortGone:
-        m_hits = m_portIsThere;
-        if (m_portIsThere) {
-            m_stage->testbed->removeNode(kPort);
-            m_portIsThere = false;
-        }
-        break;
-    case HidGone:
-        m_stage->testbed->removeUsbDevice(m_hidDevice);
-        m_hid.clear();
-        break;
-    case Closed:
-        queueClick(closeButton(*m_stage->window));
-        m_isQueued = true;
-        break;
-    case ClickedAgain:
-        queueClick(upgradeButton(*m_stage->window));
-        m_isQueued = true;
-        break;
-    }
-}
-
-bool tst_Interruption::mustHit() const
-{
-    return (m_what != ToolKilled || m_when >= ToolStarts)
-        && (m_what != PortGone || m_when >= DeviceCameBack);
-}
-
-/// What the window takes up by itself once it is no longer frozen.
-void tst_Interruption::catchUp()
-{
-    if (!m_isQueued) {
-        return;
-    }
-    m_isQueued = false;
-    if (m_what == Closed) {
-        m_model.close();
-        QTest::qWait(50); // a timer that still ran would have shown itself
-        return;
-    }
-    const int started = m_model.started;
-    m_model.click(m_portIsThere, false);
-    if (m_model.started > started) {
-        QTRY_COMPARE(m_stage->tool->starts(), m_model.started);
-    }
-}
-
-void tst_Interruption::compare()
-{
-    if (QTest::currentTestFailed()) {
-        return; // each later step would wait in vain
-    }
-    const int processes = m_model.hasProcess && m_toolLives ? 1 : 0;
-    QTRY_COMPARE(Outcome::of(*m_stage),
-                 (Outcome{m_model.status, m_model.canClick, m_model.progress, processes}));
-    QCOMPARE(m_stage->window->isVisible(), m_model.isVisible);
-    QTRY_COMPARE(runningTimers(), m_model.timers.count(SequenceModel::Running));
-}
-
-int tst_Interruption::runningTimers() const
-{
-    const auto &timers = m_stage->watch->timers;
-    return static_cast<int>(
-        std::count_if(timers.begin(), timers.end(), [](const QPointer<QTimer> &timer) {
-            return !timer.isNull() && timer->isActive();
-        }));
-}
-
-void tst_Interruption::runSequence()
-{
-    m_isFrozen = true;
-    m_stage->journal->onStatus = [this](const QString &text) {
-        const QHash<QString, Step> steps
-            = {{"Start Upgrade", Clicked},
-               {"Init Upgrade success!", MadeExecutable},
-               {"Find Upgrade Device!", FoundThePort},
-               {"Upgrading, please do not plug or unplug the device!", AnnouncesTheUpgrade}};
-        if (m_isFrozen && steps.contains(text)) {
-            reach(steps.value(text));
-        } else if (m_isFrozen && !m_isAsked) {
-            reach(FoundNoPort);
-        }
-    };
-    LibraryHooks::insteadOfSleep = [this](unsigned long /*secs*/) {
-        m_isAsked = true;
-        const bool takesIt = !m_hid.isEmpty() && !m_stage->testbed->reports(m_hid).isEmpty();
-        reach(AskedTheDevice);
-        if (takesIt) {
-            m_stage->addPort(kPort);
-            m_portIsThere = true;
-        }
-        reach(DeviceCameBack);
-        m_model.click(false, m_portIsThere);
-    };
-    m_stage->click();
-    m_isFrozen = false;
-    m_toolLives = m_model.hasProcess;
-    reach(ToolStarts);
-}
-
-void tst_Interruption::runTool()
-{
-    if (m_toolLives) {
-        QTRY_COMPARE(m_stage->tool->starts(), 1);
-    }
-    reach(ToolRuns);
-    tick(1);
-    reach(FirstTick);
-    say("Sending");
-    reach(FirstOutput);
-    complain("trouble");
-    reach(FirstError);
-    say("Device programmed");
-    reach(Phrase);
-}
-
-void tst_Interruption::say(const QByteArray &chunk)
-{
-    if (m_toolLives) {
-        m_stage->journal->clear();
-        m_stage->tool->say(chunk);
-        QTRY_COMPARE(m_stage->journal->logLines().size(), 1);
-        m_model.say(chunk, true);
-    }
-}
-
-void tst_Interruption::complain(const QByteArray &chunk)
-{
-    if (m_toolLives) {
-        m_stage->journal->clear();
-        m_stage->tool->complain(chunk);
-        QTRY_COMPARE(m_stage->journal->logLines().size(), 1);
-        m_model.complain(chunk);
-    }
-}
-
-void tst_Interruption::tick(int times)
-{
-    if (m_model.timers.isEmpty()) {
-        return;
-    }
-    // A closed window's timer has not got to tick even once, so nothing would be noted of it.
-    const int index = m_model.timers.size() - 1;
-    for (int i = 0; i < times && m_model.timers.at(index) == SequenceModel::Running; ++i) {
-        m_model.tick(index);
-        m_stage->tick();
-    }
+    DisturbedUpgrade(step, disturbance).play();
 }
 
 QTEST_MAIN(tst_Interruption)

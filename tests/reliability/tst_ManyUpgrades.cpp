@@ -21,7 +21,7 @@ void tst_ManyUpgrades::leaveNothingOpen_data()
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<QString>("status");
     QTest::newRow("successful") << 50 << QByteArray("echo 'Device programmed.'\n")
-                                << "Upgrade Successfully";
+                                << StatusText::kSuccess;
     QTest::newRow("failed") << 20 << QByteArray("echo 'No such port' >&2; exit 1\n")
                             << "No such port\n";
 }

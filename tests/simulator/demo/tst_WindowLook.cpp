@@ -3,7 +3,7 @@
 
 #include "simulator/demo/WindowLook.h"
 
-#include "tests/app/WindowParts.h"
+#include "tests/support/WindowParts.h"
 
 #include <QtTest>
 

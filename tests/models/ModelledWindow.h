@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "tests/app/WindowParts.h"
-#include "tests/reliability/MachineDouble.h"
-#include "tests/reliability/SequenceModel.h"
+#include "app/MainWindow.h"
+#include "tests/models/MachineDouble.h"
+#include "tests/models/SequenceModel.h"
 
-/// The window and the rules side by side: each step goes to both.
+/// The window and its model side by side: each step goes to both.
 class ModelledWindow
 {
 public:
@@ -15,19 +15,19 @@ public:
     /// These two do nothing while there is no tool.
     void say(const QByteArray &chunk, bool noticed);
     void complain(const QByteArray &chunk);
-    /// Nothing unless there is a timer of that upgrade and it runs.
+    /// Does nothing unless there is a timer of that upgrade and it runs.
     void tick(int index, int times);
     void close();
 
-    /// Where the window differs from the rules; empty when nowhere.
+    /// Where the window differs from its model; empty if nowhere.
     QString difference() const;
-    /// The same for the bar's value to the last of its 10000 steps, which takes longer.
-    QString exactDifference() const;
 
     const SequenceModel &model() const { return m_model; }
     MainWindow &window() { return m_window; }
 
 private:
+    Outcome outcome() const;
+
     MachineDouble m_machine;
     MainWindow m_window;
     SequenceModel m_model;

