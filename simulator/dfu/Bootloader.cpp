@@ -12,23 +12,25 @@
 
 #include <optional>
 
+using namespace Dfu;
+
 namespace {
 
 constexpr int kSha256Size = 32;
 
-QByteArray result(Bootloader::Result code)
+QByteArray result(Result code)
 {
     return {1, static_cast<char>(code)};
 }
 
 QByteArray success(const QByteArray &payload)
 {
-    return result(Bootloader::Success) + payload;
+    return result(Success) + payload;
 }
 
-QByteArray extendedError(Bootloader::ExtendedResult code)
+QByteArray extendedError(ExtendedResult code)
 {
-    return result(Bootloader::ExtendedError) + static_cast<char>(code);
+    return result(ExtendedError) + static_cast<char>(code);
 }
 
 bool isSane(const fwupdate::InitPacket &packet)
@@ -37,23 +39,23 @@ bool isSane(const fwupdate::InitPacket &packet)
         && packet.type() == fwupdate::InitPacket::APPLICATION && packet.app_size() > 0;
 }
 
-std::optional<Bootloader::ExtendedResult> objection(const fwupdate::InitPacket &packet,
-                                                    quint32 installedVersion)
+std::optional<ExtendedResult> objection(const fwupdate::InitPacket &packet,
+                                        quint32 installedVersion)
 {
     if (!isSane(packet)) {
-        return Bootloader::InitPacketInvalid;
+        return InitPacketInvalid;
     }
     if (packet.hw_version() != Bootloader::kHardwareVersion) {
-        return Bootloader::WrongHardwareVersion;
+        return WrongHardwareVersion;
     }
     if (packet.fw_version() < installedVersion && !packet.is_debug()) {
-        return Bootloader::FirmwareVersionTooLow;
+        return FirmwareVersionTooLow;
     }
     if (packet.hash_type() != fwupdate::InitPacket::SHA256 || packet.hash().size() != kSha256Size) {
-        return Bootloader::WrongHashType;
+        return WrongHashType;
     }
     if (packet.app_size() > quint32(Bootloader::kMaxImageSize)) {
-        return Bootloader::InsufficientSpace;
+        return InsufficientSpace;
     }
     return std::nullopt;
 }
@@ -135,7 +137,7 @@ QByteArray Bootloader::create(const QByteArray &arguments)
     }
 }
 
-Bootloader::Result Bootloader::startCommand(quint32 size)
+Result Bootloader::startCommand(quint32 size)
 {
     if (size == 0) {
         return InvalidParameter;
@@ -150,7 +152,7 @@ Bootloader::Result Bootloader::startCommand(quint32 size)
     return Success;
 }
 
-Bootloader::Result Bootloader::startData(quint32 size)
+Result Bootloader::startData(quint32 size)
 {
     if (m_command.executedSize == 0) {
         return NotPermitted;

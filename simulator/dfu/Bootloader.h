@@ -3,58 +3,18 @@
 
 #pragma once
 
+#include "simulator/dfu/Dfu.h"
 #include "simulator/dfu/Slip.h"
 
 #include <QByteArray>
 
 /// The simulated device's bootloader, without any line of its own: bytes in, bytes out.
 ///
-/// It speaks the serial DFU protocol. A request is its opcode and its arguments, a response the
-/// mark 0x60, the opcode, a Result and a payload; all numbers are little-endian and each is one
-/// Slip frame. Two kinds of objects are created, written, checked and executed: first the command
-/// object, an init packet that describes the image, then data objects, the image piece by piece.
-///
 /// Whatever the bytes, they are answered or ignored, and memory stays within kMaxImageSize plus a
 /// few kilobytes.
 class Bootloader
 {
 public:
-    enum Opcode : quint8 {
-        CreateObject = 0x01, ///< type (u8), size (u32)
-        SetReceiptNotification = 0x02, ///< writes per receipt (u16), 0 for none
-        CalculateChecksum = 0x03, ///< answers offset (u32), crc (u32)
-        Execute = 0x04,
-        SelectObject = 0x06, ///< type (u8); answers greatest size, offset, crc (u32 each)
-        GetMtu = 0x07, ///< answers the longest encoded frame (u16)
-        WriteObject = 0x08, ///< bytes; answered only by a failure or by a receipt (a checksum)
-        Ping = 0x09, ///< id (u8); answers the id
-        Abort = 0x0C, ///< forgets what is not finished
-        Response = 0x60
-    };
-
-    enum Result : quint8 {
-        Success = 0x01,
-        NotSupported = 0x02,
-        InvalidParameter = 0x03,
-        InsufficientResources = 0x04,
-        InvalidObject = 0x05,
-        UnsupportedType = 0x07,
-        NotPermitted = 0x08,
-        OperationFailed = 0x0A,
-        ExtendedError = 0x0B ///< one byte follows, an ExtendedResult
-    };
-
-    enum ExtendedResult : quint8 {
-        InitPacketInvalid = 0x04,
-        FirmwareVersionTooLow = 0x05,
-        WrongHardwareVersion = 0x06,
-        WrongHashType = 0x09,
-        VerificationFailed = 0x0C,
-        InsufficientSpace = 0x0D
-    };
-
-    enum ObjectType : quint8 { CommandObject = 0x01, DataObject = 0x02 };
-
     static constexpr int kMaxCommandSize = 512;
     static constexpr int kMaxDataSize = 4096;
     static constexpr int kMaxImageSize = 0xC0000;
@@ -112,17 +72,17 @@ private:
     QByteArray executeCommand();
     QByteArray executeData();
     QByteArray finish();
-    Result startCommand(quint32 size);
-    Result startData(quint32 size);
+    Dfu::Result startCommand(quint32 size);
+    Dfu::Result startData(quint32 size);
     void forgetTransfers();
     QByteArray offsetAndCrc() const;
-    Transfer &current() { return m_type == CommandObject ? m_command : m_data; }
-    const Transfer &current() const { return m_type == CommandObject ? m_command : m_data; }
+    Transfer &current() { return m_type == Dfu::CommandObject ? m_command : m_data; }
+    const Transfer &current() const { return m_type == Dfu::CommandObject ? m_command : m_data; }
 
     Slip m_slip;
     Transfer m_command;
     Transfer m_data;
-    ObjectType m_type = CommandObject;
+    Dfu::ObjectType m_type = Dfu::CommandObject;
     int m_receiptInterval = 0;
     int m_writesSinceReceipt = 0;
     QByteArray m_initPacket;

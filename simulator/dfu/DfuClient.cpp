@@ -14,21 +14,21 @@ constexpr int kChecksumSize = 8;
 QString requestText(quint8 opcode)
 {
     switch (opcode) {
-    case Bootloader::CreateObject:
+    case Dfu::CreateObject:
         return "create an object";
-    case Bootloader::SetReceiptNotification:
+    case Dfu::SetReceiptNotification:
         return "send receipts";
-    case Bootloader::CalculateChecksum:
+    case Dfu::CalculateChecksum:
         return "report its checksum";
-    case Bootloader::Execute:
+    case Dfu::Execute:
         return "execute the object";
-    case Bootloader::SelectObject:
+    case Dfu::SelectObject:
         return "select an object";
-    case Bootloader::GetMtu:
+    case Dfu::GetMtu:
         return "report its MTU";
-    case Bootloader::WriteObject:
+    case Dfu::WriteObject:
         return "take data";
-    case Bootloader::Ping:
+    case Dfu::Ping:
         return "answer a ping";
     default:
         return QStringLiteral("carry out request %1").arg(opcode);
@@ -38,17 +38,17 @@ QString requestText(quint8 opcode)
 QString extendedResultText(quint8 result)
 {
     switch (result) {
-    case Bootloader::InitPacketInvalid:
+    case Dfu::InitPacketInvalid:
         return "the init packet is invalid";
-    case Bootloader::FirmwareVersionTooLow:
+    case Dfu::FirmwareVersionTooLow:
         return "the firmware version is too low";
-    case Bootloader::WrongHardwareVersion:
+    case Dfu::WrongHardwareVersion:
         return "the firmware is for other hardware";
-    case Bootloader::WrongHashType:
+    case Dfu::WrongHashType:
         return "the type of the hash is wrong";
-    case Bootloader::VerificationFailed:
+    case Dfu::VerificationFailed:
         return "the firmware does not match its hash";
-    case Bootloader::InsufficientSpace:
+    case Dfu::InsufficientSpace:
         return "the firmware is too large";
     default:
         return QStringLiteral("extended error %1").arg(result);
@@ -59,21 +59,21 @@ QString resultText(const QByteArray &answer)
 {
     const auto result = static_cast<quint8>(answer.at(2));
     switch (result) {
-    case Bootloader::NotSupported:
+    case Dfu::NotSupported:
         return "not supported";
-    case Bootloader::InvalidParameter:
+    case Dfu::InvalidParameter:
         return "invalid parameter";
-    case Bootloader::InsufficientResources:
+    case Dfu::InsufficientResources:
         return "insufficient resources";
-    case Bootloader::InvalidObject:
+    case Dfu::InvalidObject:
         return "invalid object";
-    case Bootloader::UnsupportedType:
+    case Dfu::UnsupportedType:
         return "unsupported type";
-    case Bootloader::NotPermitted:
+    case Dfu::NotPermitted:
         return "not permitted";
-    case Bootloader::OperationFailed:
+    case Dfu::OperationFailed:
         return "operation failed";
-    case Bootloader::ExtendedError:
+    case Dfu::ExtendedError:
         return extendedResultText(answer.size() > 3 ? static_cast<quint8>(answer.at(3)) : 0);
     default:
         return QStringLiteral("result %1").arg(result);
@@ -97,7 +97,7 @@ bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)
         return fail(m_port.errorString());
     }
     Position command;
-    if (!handshake() || !select(Bootloader::CommandObject, &command)) {
+    if (!handshake() || !select(Dfu::CommandObject, &command)) {
         return false;
     }
     const auto size = static_cast<quint32>(initPacket.size());
@@ -106,8 +106,7 @@ bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)
     }
     const bool alreadyThere
         = command.offset == size && command.crc == Checksum::ofFirst(initPacket.size(), initPacket);
-    const bool described
-        = alreadyThere ? request(Bootloader::Execute, {}) : sendInitPacket(initPacket);
+    const bool described = alreadyThere ? request(Dfu::Execute, {}) : sendInitPacket(initPacket);
     return described && sendFirmware(initPacket, firmware);
 }
 
@@ -115,14 +114,14 @@ bool DfuClient::handshake()
 {
     const QByteArray id(1, '\x2A');
     QByteArray payload;
-    if (!request(Bootloader::Ping, id, 1, &payload)) {
+    if (!request(Dfu::Ping, id, 1, &payload)) {
         return false;
     }
     if (payload != id) {
         return fail("The device answered another ping");
     }
-    if (!request(Bootloader::SetReceiptNotification, LittleEndian::bytes(m_receiptInterval))
-        || !request(Bootloader::GetMtu, {}, sizeof(quint16), &payload)) {
+    if (!request(Dfu::SetReceiptNotification, LittleEndian::bytes(m_receiptInterval))
+        || !request(Dfu::GetMtu, {}, sizeof(quint16), &payload)) {
         return false;
     }
     // Half of the line is kept free for escapes; opcode and end mark need room as well.
@@ -132,13 +131,13 @@ bool DfuClient::handshake()
 
 bool DfuClient::sendInitPacket(const QByteArray &initPacket)
 {
-    return sendObject(Bootloader::CommandObject, initPacket, 0, initPacket.size());
+    return sendObject(Dfu::CommandObject, initPacket, 0, initPacket.size());
 }
 
 bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &firmware)
 {
     Position position;
-    if (!select(Bootloader::DataObject, &position)) {
+    if (!select(Dfu::DataObject, &position)) {
         return false;
     }
     const auto total = static_cast<quint32>(firmware.size());
@@ -161,7 +160,7 @@ bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &fir
     }
     while (offset < firmware.size()) {
         const int end = qMin(offset + objectSize, firmware.size());
-        if (!sendObject(Bootloader::DataObject, firmware, offset, end)) {
+        if (!sendObject(Dfu::DataObject, firmware, offset, end)) {
             return false;
         }
         offset = end;
@@ -169,19 +168,18 @@ bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &fir
     return true;
 }
 
-bool DfuClient::sendObject(Bootloader::ObjectType type, const QByteArray &all, int offset, int end)
+bool DfuClient::sendObject(Dfu::ObjectType type, const QByteArray &all, int offset, int end)
 {
     const QByteArray arguments
         = static_cast<char>(type) + LittleEndian::bytes(static_cast<quint32>(end - offset));
-    return request(Bootloader::CreateObject, arguments) && completeObject(all, offset, end);
+    return request(Dfu::CreateObject, arguments) && completeObject(all, offset, end);
 }
 
 bool DfuClient::completeObject(const QByteArray &all, int offset, int end)
 {
     QByteArray checksum;
-    return stream(all, offset, end)
-        && request(Bootloader::CalculateChecksum, {}, kChecksumSize, &checksum)
-        && verify(all, end, checksum) && request(Bootloader::Execute, {});
+    return stream(all, offset, end) && request(Dfu::CalculateChecksum, {}, kChecksumSize, &checksum)
+        && verify(all, end, checksum) && request(Dfu::Execute, {});
 }
 
 bool DfuClient::stream(const QByteArray &all, int offset, int end)
@@ -189,7 +187,7 @@ bool DfuClient::stream(const QByteArray &all, int offset, int end)
     int writes = 0;
     while (offset < end) {
         const int size = qMin(m_writeSize, end - offset);
-        const QByteArray frame = static_cast<char>(Bootloader::WriteObject) + all.mid(offset, size);
+        const QByteArray frame = static_cast<char>(Dfu::WriteObject) + all.mid(offset, size);
         if (!m_port.send(frame, QDeadlineTimer(m_timeout))) {
             return fail(m_port.errorString());
         }
@@ -197,7 +195,7 @@ bool DfuClient::stream(const QByteArray &all, int offset, int end)
         ++writes;
         QByteArray receipt;
         if (m_receiptInterval > 0 && writes % m_receiptInterval == 0
-            && (!awaitAnswer(Bootloader::CalculateChecksum, kChecksumSize, &receipt)
+            && (!awaitAnswer(Dfu::CalculateChecksum, kChecksumSize, &receipt)
                 || !verify(all, offset, receipt))) {
             return false;
         }
@@ -205,11 +203,11 @@ bool DfuClient::stream(const QByteArray &all, int offset, int end)
     return true;
 }
 
-bool DfuClient::select(Bootloader::ObjectType type, Position *position)
+bool DfuClient::select(Dfu::ObjectType type, Position *position)
 {
     QByteArray payload;
-    if (!request(Bootloader::SelectObject, QByteArray(1, static_cast<char>(type)),
-                 4 + kChecksumSize, &payload)) {
+    if (!request(Dfu::SelectObject, QByteArray(1, static_cast<char>(type)), 4 + kChecksumSize,
+                 &payload)) {
         return false;
     }
     position->maxSize = LittleEndian::number<quint32>(payload);
@@ -230,7 +228,7 @@ bool DfuClient::verify(const QByteArray &all, int end, const QByteArray &checksu
     return true;
 }
 
-bool DfuClient::request(Bootloader::Opcode opcode, const QByteArray &arguments, int payloadSize,
+bool DfuClient::request(Dfu::Opcode opcode, const QByteArray &arguments, int payloadSize,
                         QByteArray *payload)
 {
     if (!m_port.send(static_cast<char>(opcode) + arguments, QDeadlineTimer(m_timeout))) {
@@ -239,19 +237,19 @@ bool DfuClient::request(Bootloader::Opcode opcode, const QByteArray &arguments, 
     return awaitAnswer(opcode, payloadSize, payload);
 }
 
-bool DfuClient::awaitAnswer(Bootloader::Opcode opcode, int payloadSize, QByteArray *payload)
+bool DfuClient::awaitAnswer(Dfu::Opcode opcode, int payloadSize, QByteArray *payload)
 {
     const QDeadlineTimer deadline(m_timeout);
     QByteArray answer;
     while (m_port.receive(&answer, deadline)) {
         const bool complete
-            = answer.size() >= 3 && static_cast<quint8>(answer.at(0)) == Bootloader::Response;
+            = answer.size() >= 3 && static_cast<quint8>(answer.at(0)) == Dfu::Response;
         const auto answered = complete ? static_cast<quint8>(answer.at(1)) : quint8(0);
         // A write is answered only when it fails, and whatever is awaited then never comes.
-        if (answered != opcode && answered != Bootloader::WriteObject) {
+        if (answered != opcode && answered != Dfu::WriteObject) {
             continue;
         }
-        if (static_cast<quint8>(answer.at(2)) != Bootloader::Success || answered != opcode) {
+        if (static_cast<quint8>(answer.at(2)) != Dfu::Success || answered != opcode) {
             return fail(QStringLiteral("The device refused to %1: %2")
                             .arg(requestText(answered), resultText(answer)));
         }

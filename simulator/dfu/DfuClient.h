@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "simulator/dfu/Bootloader.h"
+#include "simulator/dfu/Dfu.h"
 #include "simulator/dfu/FramedPort.h"
 
 #include <QByteArray>
@@ -46,13 +46,13 @@ private:
     bool sendInitPacket(const QByteArray &initPacket);
     bool sendFirmware(const QByteArray &initPacket, const QByteArray &firmware);
     bool completeObject(const QByteArray &all, int offset, int end);
-    bool sendObject(Bootloader::ObjectType type, const QByteArray &all, int offset, int end);
+    bool sendObject(Dfu::ObjectType type, const QByteArray &all, int offset, int end);
     bool stream(const QByteArray &all, int offset, int end);
-    bool select(Bootloader::ObjectType type, Position *position);
+    bool select(Dfu::ObjectType type, Position *position);
     bool verify(const QByteArray &all, int end, const QByteArray &checksum);
-    bool request(Bootloader::Opcode opcode, const QByteArray &arguments, int payloadSize = 0,
+    bool request(Dfu::Opcode opcode, const QByteArray &arguments, int payloadSize = 0,
                  QByteArray *payload = nullptr);
-    bool awaitAnswer(Bootloader::Opcode opcode, int payloadSize, QByteArray *payload = nullptr);
+    bool awaitAnswer(Dfu::Opcode opcode, int payloadSize, QByteArray *payload = nullptr);
     bool fail(const QString &error);
 
     FramedPort m_port;

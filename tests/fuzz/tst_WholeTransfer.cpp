@@ -10,18 +10,18 @@
 
 namespace {
 
-QByteArray request(Bootloader::Opcode opcode, const QByteArray &arguments = {})
+QByteArray request(Dfu::Opcode opcode, const QByteArray &arguments = {})
 {
     const QByteArray bytes = static_cast<char>(opcode) + arguments;
     return QByteArray() + static_cast<char>(BootloaderHost::kFramed)
         + static_cast<char>(bytes.size()) + bytes;
 }
 
-QByteArray object(Bootloader::ObjectType type, const QByteArray &bytes)
+QByteArray object(Dfu::ObjectType type, const QByteArray &bytes)
 {
     const QByteArray size = LittleEndian::bytes(static_cast<quint32>(bytes.size()));
-    return request(Bootloader::CreateObject, static_cast<char>(type) + size)
-        + request(Bootloader::WriteObject, bytes) + request(Bootloader::Execute);
+    return request(Dfu::CreateObject, static_cast<char>(type) + size)
+        + request(Dfu::WriteObject, bytes) + request(Dfu::Execute);
 }
 
 } // namespace
@@ -42,10 +42,10 @@ void tst_WholeTransfer::isTheSeed()
     const DfuPackage package = DfuPackage::forFirmware("abcd");
     QFile seed(SEED);
     QVERIFY(seed.open(QIODevice::ReadOnly));
-    QCOMPARE(seed.readAll().toHex(),
-             (object(Bootloader::CommandObject, package.initPacket)
-              + object(Bootloader::DataObject, package.firmware))
-                 .toHex());
+    QCOMPARE(
+        seed.readAll().toHex(),
+        (object(Dfu::CommandObject, package.initPacket) + object(Dfu::DataObject, package.firmware))
+            .toHex());
 }
 
 void tst_WholeTransfer::finishes()

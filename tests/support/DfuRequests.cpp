@@ -7,11 +7,11 @@
 #include "simulator/dfu/LittleEndian.h"
 
 using LittleEndian::bytes;
-using Result = Bootloader::Result;
+using Result = Dfu::Result;
 
 namespace DfuRequests {
 
-QByteArray opcode(Bootloader::Opcode code)
+QByteArray opcode(Dfu::Opcode code)
 {
     return {1, static_cast<char>(code)};
 }
@@ -26,25 +26,25 @@ QByteArray ask(Bootloader &bootloader, const QByteArray &request)
     return frames.first().startsWith('\x60') ? frames.first().mid(1) : QByteArray("no response");
 }
 
-QByteArray ok(Bootloader::Opcode code, const QByteArray &payload)
+QByteArray ok(Dfu::Opcode code, const QByteArray &payload)
 {
     return opcode(code) + static_cast<char>(Result::Success) + payload;
 }
 
-QByteArray refused(Bootloader::Opcode code, Result result)
+QByteArray refused(Dfu::Opcode code, Result result)
 {
     return opcode(code) + static_cast<char>(result);
 }
 
-QByteArray refused(Bootloader::Opcode code, Bootloader::ExtendedResult result)
+QByteArray refused(Dfu::Opcode code, Dfu::ExtendedResult result)
 {
     return refused(code, Result::ExtendedError) + static_cast<char>(result);
 }
 
-QByteArray create(Bootloader &bootloader, Bootloader::ObjectType type, int size)
+QByteArray create(Bootloader &bootloader, Dfu::ObjectType type, int size)
 {
     return ask(bootloader,
-               opcode(Bootloader::CreateObject) + static_cast<char>(type)
+               opcode(Dfu::CreateObject) + static_cast<char>(type)
                    + bytes(static_cast<quint32>(size)));
 }
 
@@ -52,19 +52,19 @@ QByteArray write(Bootloader &bootloader, const QByteArray &data)
 {
     QByteArray answers;
     for (int i = 0; i < data.size(); i += 1000) {
-        answers += ask(bootloader, opcode(Bootloader::WriteObject) + data.mid(i, 1000));
+        answers += ask(bootloader, opcode(Dfu::WriteObject) + data.mid(i, 1000));
     }
     return answers;
 }
 
 QByteArray execute(Bootloader &bootloader)
 {
-    return ask(bootloader, opcode(Bootloader::Execute));
+    return ask(bootloader, opcode(Dfu::Execute));
 }
 
-QByteArray select(Bootloader &bootloader, Bootloader::ObjectType type)
+QByteArray select(Bootloader &bootloader, Dfu::ObjectType type)
 {
-    return ask(bootloader, opcode(Bootloader::SelectObject) + static_cast<char>(type));
+    return ask(bootloader, opcode(Dfu::SelectObject) + static_cast<char>(type));
 }
 
 QByteArray offsetAndCrc(const QByteArray &data)
@@ -74,24 +74,24 @@ QByteArray offsetAndCrc(const QByteArray &data)
 
 QByteArray checksum(Bootloader &bootloader)
 {
-    return ask(bootloader, opcode(Bootloader::CalculateChecksum));
+    return ask(bootloader, opcode(Dfu::CalculateChecksum));
 }
 
 QByteArray checksumOf(const QByteArray &data)
 {
-    return ok(Bootloader::CalculateChecksum, offsetAndCrc(data));
+    return ok(Dfu::CalculateChecksum, offsetAndCrc(data));
 }
 
 QByteArray sendInitPacket(Bootloader &bootloader, const QByteArray &initPacket)
 {
-    create(bootloader, Bootloader::CommandObject, initPacket.size());
+    create(bootloader, Dfu::CommandObject, initPacket.size());
     write(bootloader, initPacket);
     return execute(bootloader);
 }
 
 QByteArray sendObject(Bootloader &bootloader, const QByteArray &data)
 {
-    create(bootloader, Bootloader::DataObject, data.size());
+    create(bootloader, Dfu::DataObject, data.size());
     write(bootloader, data);
     return execute(bootloader);
 }

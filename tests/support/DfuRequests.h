@@ -10,14 +10,14 @@
 /// have no response mark either.
 namespace DfuRequests {
 
-QByteArray opcode(Bootloader::Opcode code);
+QByteArray opcode(Dfu::Opcode code);
 
 /// The response to one request; empty if there is none.
 QByteArray ask(Bootloader &bootloader, const QByteArray &request);
 
-QByteArray create(Bootloader &bootloader, Bootloader::ObjectType type, int size);
+QByteArray create(Bootloader &bootloader, Dfu::ObjectType type, int size);
 QByteArray execute(Bootloader &bootloader);
-QByteArray select(Bootloader &bootloader, Bootloader::ObjectType type);
+QByteArray select(Bootloader &bootloader, Dfu::ObjectType type);
 QByteArray checksum(Bootloader &bootloader);
 
 /// Writes \a data in pieces of 1000 bytes and returns all responses, joined.
@@ -30,9 +30,9 @@ QByteArray sendObject(Bootloader &bootloader, const QByteArray &data);
 /// Runs a whole upgrade. Returns the response to the last execute request.
 QByteArray flash(Bootloader &bootloader, const DfuPackage &package);
 
-QByteArray ok(Bootloader::Opcode code, const QByteArray &payload = {});
-QByteArray refused(Bootloader::Opcode code, Bootloader::Result result);
-QByteArray refused(Bootloader::Opcode code, Bootloader::ExtendedResult result);
+QByteArray ok(Dfu::Opcode code, const QByteArray &payload = {});
+QByteArray refused(Dfu::Opcode code, Dfu::Result result);
+QByteArray refused(Dfu::Opcode code, Dfu::ExtendedResult result);
 
 /// The checksum response of a device that contains \a data, and the part shared with select.
 QByteArray checksumOf(const QByteArray &data);

@@ -15,7 +15,7 @@
 
 using namespace DfuRequests;
 using LittleEndian::bytes;
-using Result = Bootloader::Result;
+using Result = Dfu::Result;
 
 class tst_Bootloader : public QObject
 {
@@ -137,8 +137,8 @@ void tst_Bootloader::createsCommandsUpToTheLimit()
     QFETCH(int, size);
     QFETCH(int, result);
     Bootloader bootloader;
-    QCOMPARE(create(bootloader, Bootloader::CommandObject, size),
-             refused(Bootloader::CreateObject, static_cast<Result>(result)));
+    QCOMPARE(create(bootloader, Dfu::CommandObject, size),
+             refused(Dfu::CreateObject, static_cast<Result>(result)));
 }
 
 void tst_Bootloader::createsDataUpToTheLimit_data()
@@ -163,10 +163,9 @@ void tst_Bootloader::createsDataUpToTheLimit()
     QFETCH(int, size);
     QFETCH(int, result);
     Bootloader bootloader;
-    QCOMPARE(sendInitPacket(bootloader, serialized(initPacket(imageSize))),
-             ok(Bootloader::Execute));
-    QCOMPARE(create(bootloader, Bootloader::DataObject, size),
-             refused(Bootloader::CreateObject, static_cast<Result>(result)));
+    QCOMPARE(sendInitPacket(bootloader, serialized(initPacket(imageSize))), ok(Dfu::Execute));
+    QCOMPARE(create(bootloader, Dfu::DataObject, size),
+             refused(Dfu::CreateObject, static_cast<Result>(result)));
 }
 
 void tst_Bootloader::writesWithinTheObject_data()
@@ -175,7 +174,7 @@ void tst_Bootloader::writesWithinTheObject_data()
     QTest::addColumn<int>("size");
     QTest::addColumn<QByteArray>("answer");
 
-    const QByteArray tooMuch = refused(Bootloader::WriteObject, Result::InsufficientResources);
+    const QByteArray tooMuch = refused(Dfu::WriteObject, Result::InsufficientResources);
     QTest::newRow("less than the object") << 0 << 99 << QByteArray();
     QTest::newRow("the whole object") << 0 << 100 << QByteArray();
     QTest::newRow("more than the object") << 0 << 101 << tooMuch;
@@ -190,7 +189,7 @@ void tst_Bootloader::writesWithinTheObject()
     QFETCH(int, size);
     QFETCH(QByteArray, answer);
     Bootloader bootloader;
-    create(bootloader, Bootloader::CommandObject, 100);
+    create(bootloader, Dfu::CommandObject, 100);
     write(bootloader, QByteArray(before, 'a'));
     QCOMPARE(write(bootloader, QByteArray(size, 'b')), answer);
     const QByteArray held = QByteArray(before, 'a') + QByteArray(answer.isEmpty() ? size : 0, 'b');
@@ -208,30 +207,26 @@ void tst_Bootloader::checksInitPackets_data()
         QTest::newRow(name) << serialized(packet) << error;
     };
     row("good", 0, [](auto &) {});
-    row("no hardware version", Bootloader::InitPacketInvalid,
-        [](auto &p) { p.clear_hw_version(); });
-    row("no firmware version", Bootloader::InitPacketInvalid,
-        [](auto &p) { p.clear_fw_version(); });
-    row("no type", Bootloader::InitPacketInvalid, [](auto &p) { p.clear_type(); });
-    row("a bootloader", Bootloader::InitPacketInvalid,
+    row("no hardware version", Dfu::InitPacketInvalid, [](auto &p) { p.clear_hw_version(); });
+    row("no firmware version", Dfu::InitPacketInvalid, [](auto &p) { p.clear_fw_version(); });
+    row("no type", Dfu::InitPacketInvalid, [](auto &p) { p.clear_type(); });
+    row("a bootloader", Dfu::InitPacketInvalid,
         [](auto &p) { p.set_type(fwupdate::InitPacket::BOOTLOADER); });
-    row("no size", Bootloader::InitPacketInvalid, [](auto &p) { p.clear_app_size(); });
-    row("size 0", Bootloader::InitPacketInvalid, [](auto &p) { p.set_app_size(0); });
+    row("no size", Dfu::InitPacketInvalid, [](auto &p) { p.clear_app_size(); });
+    row("size 0", Dfu::InitPacketInvalid, [](auto &p) { p.set_app_size(0); });
     row("the largest image", 0, [](auto &p) { p.set_app_size(Bootloader::kMaxImageSize); });
-    row("an image too large", Bootloader::InsufficientSpace,
+    row("an image too large", Dfu::InsufficientSpace,
         [](auto &p) { p.set_app_size(Bootloader::kMaxImageSize + 1); });
-    row("an image too large for an int", Bootloader::InsufficientSpace,
+    row("an image too large for an int", Dfu::InsufficientSpace,
         [](auto &p) { p.set_app_size(0xFFFFFFFF); });
-    row("hardware too old", Bootloader::WrongHardwareVersion,
+    row("hardware too old", Dfu::WrongHardwareVersion,
         [](auto &p) { p.set_hw_version(Bootloader::kHardwareVersion - 1); });
-    row("hardware too new", Bootloader::WrongHardwareVersion,
+    row("hardware too new", Dfu::WrongHardwareVersion,
         [](auto &p) { p.set_hw_version(Bootloader::kHardwareVersion + 1); });
-    row("no hash", Bootloader::WrongHashType, [](auto &p) { p.clear_hash(); });
-    row("no hash type", Bootloader::WrongHashType, [](auto &p) { p.clear_hash_type(); });
-    row("a hash too short", Bootloader::WrongHashType,
-        [](auto &p) { p.set_hash(std::string(31, 'h')); });
-    row("a hash too long", Bootloader::WrongHashType,
-        [](auto &p) { p.set_hash(std::string(33, 'h')); });
+    row("no hash", Dfu::WrongHashType, [](auto &p) { p.clear_hash(); });
+    row("no hash type", Dfu::WrongHashType, [](auto &p) { p.clear_hash_type(); });
+    row("a hash too short", Dfu::WrongHashType, [](auto &p) { p.set_hash(std::string(31, 'h')); });
+    row("a hash too long", Dfu::WrongHashType, [](auto &p) { p.set_hash(std::string(33, 'h')); });
 }
 
 void tst_Bootloader::checksInitPackets()
@@ -241,21 +236,21 @@ void tst_Bootloader::checksInitPackets()
     Bootloader bootloader;
     const QByteArray answer = sendInitPacket(bootloader, packet);
     if (error == 0) {
-        QCOMPARE(answer, ok(Bootloader::Execute));
+        QCOMPARE(answer, ok(Dfu::Execute));
         QCOMPARE(bootloader.initPacket(), packet);
         return;
     }
-    QCOMPARE(answer, refused(Bootloader::Execute, static_cast<Bootloader::ExtendedResult>(error)));
+    QCOMPARE(answer, refused(Dfu::Execute, static_cast<Dfu::ExtendedResult>(error)));
     QVERIFY(bootloader.initPacket().isEmpty());
-    QCOMPARE(create(bootloader, Bootloader::DataObject, 1),
-             refused(Bootloader::CreateObject, Result::NotPermitted));
+    QCOMPARE(create(bootloader, Dfu::DataObject, 1),
+             refused(Dfu::CreateObject, Result::NotPermitted));
 }
 
 void tst_Bootloader::refusesAnInitPacketThatIsNone()
 {
     Bootloader bootloader;
     QCOMPARE(sendInitPacket(bootloader, hex("ff ff ff ff")),
-             refused(Bootloader::Execute, Result::InvalidObject));
+             refused(Dfu::Execute, Result::InvalidObject));
     QVERIFY(bootloader.initPacket().isEmpty());
 }
 
@@ -265,11 +260,11 @@ void tst_Bootloader::keepsVersionsFromGoingBack_data()
     QTest::addColumn<bool>("debug");
     QTest::addColumn<QByteArray>("answer");
 
-    const QByteArray tooLow = refused(Bootloader::Execute, Bootloader::FirmwareVersionTooLow);
+    const QByteArray tooLow = refused(Dfu::Execute, Dfu::FirmwareVersionTooLow);
     QTest::newRow("older") << 4U << false << tooLow;
-    QTest::newRow("older, for debugging") << 4U << true << ok(Bootloader::Execute);
-    QTest::newRow("the same") << 5U << false << ok(Bootloader::Execute);
-    QTest::newRow("newer") << 6U << false << ok(Bootloader::Execute);
+    QTest::newRow("older, for debugging") << 4U << true << ok(Dfu::Execute);
+    QTest::newRow("the same") << 5U << false << ok(Dfu::Execute);
+    QTest::newRow("newer") << 6U << false << ok(Dfu::Execute);
 }
 
 void tst_Bootloader::keepsVersionsFromGoingBack()
@@ -304,7 +299,7 @@ void tst_Bootloader::acceptsAnImage()
     QFETCH(int, size);
     const DfuPackage package = DfuPackage::forFirmware(firmware(size));
     Bootloader bootloader;
-    QCOMPARE(flash(bootloader, package), ok(Bootloader::Execute));
+    QCOMPARE(flash(bootloader, package), ok(Dfu::Execute));
     QVERIFY(bootloader.isFinished());
     QCOMPARE(bootloader.image(), package.firmware);
     QCOMPARE(bootloader.initPacket(), package.initPacket);
@@ -316,8 +311,7 @@ void tst_Bootloader::refusesAnImageThatDoesNotMatchItsHash()
     DfuPackage package = DfuPackage::forFirmware(firmware(5000));
     package.firmware[4999] = static_cast<char>(package.firmware.at(4999) ^ 1);
     Bootloader bootloader;
-    QCOMPARE(flash(bootloader, package),
-             refused(Bootloader::Execute, Bootloader::VerificationFailed));
+    QCOMPARE(flash(bootloader, package), refused(Dfu::Execute, Dfu::VerificationFailed));
     QVERIFY(!bootloader.isFinished());
     QVERIFY(bootloader.image().isEmpty());
     QVERIFY(bootloader.initPacket().isEmpty());
@@ -332,7 +326,7 @@ void tst_Bootloader::reportsChecksumsOfEverythingReceived()
     QCOMPARE(checksum(bootloader), checksumOf(package.initPacket));
     sendObject(bootloader, package.firmware.left(4096));
     QCOMPARE(checksum(bootloader), checksumOf(package.firmware.left(4096)));
-    create(bootloader, Bootloader::DataObject, 904);
+    create(bootloader, Dfu::DataObject, 904);
     write(bootloader, package.firmware.mid(4096, 500));
     QCOMPARE(checksum(bootloader), checksumOf(package.firmware.left(4596)));
     QCOMPARE(bootloader.imageBytesReceived(), qint64(4596));
@@ -341,7 +335,7 @@ void tst_Bootloader::reportsChecksumsOfEverythingReceived()
 void tst_Bootloader::reportsAWrongCrcOnRequest()
 {
     Bootloader bootloader;
-    create(bootloader, Bootloader::CommandObject, 100);
+    create(bootloader, Dfu::CommandObject, 100);
     write(bootloader, firmware(100));
     bootloader.setWrongCrc(true);
     const QByteArray wrong = checksum(bootloader);
@@ -367,8 +361,8 @@ void tst_Bootloader::sendsReceipts()
     QFETCH(quint16, interval);
     QFETCH(QVector<int>, receiptsAfter);
     Bootloader bootloader;
-    ask(bootloader, opcode(Bootloader::SetReceiptNotification) + bytes(interval));
-    create(bootloader, Bootloader::CommandObject, 50);
+    ask(bootloader, opcode(Dfu::SetReceiptNotification) + bytes(interval));
+    create(bootloader, Dfu::CommandObject, 50);
     for (int i = 1; i <= 5; ++i) {
         const QByteArray answer = write(bootloader, QByteArray(10, 'x'));
         const QByteArray receipt = checksumOf(QByteArray(10 * i, 'x'));
@@ -382,12 +376,12 @@ void tst_Bootloader::createDiscardsWhatWasNotExecuted()
     Bootloader bootloader;
     sendInitPacket(bootloader, package.initPacket);
     sendObject(bootloader, package.firmware.left(4096));
-    create(bootloader, Bootloader::DataObject, 904);
+    create(bootloader, Dfu::DataObject, 904);
     write(bootloader, QByteArray(904, 'x'));
-    create(bootloader, Bootloader::DataObject, 904);
+    create(bootloader, Dfu::DataObject, 904);
     QCOMPARE(checksum(bootloader), checksumOf(package.firmware.left(4096)));
     write(bootloader, package.firmware.mid(4096));
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
     QVERIFY(bootloader.isFinished());
 }
 
@@ -396,11 +390,11 @@ void tst_Bootloader::executeMayComeTwice()
     const DfuPackage package = DfuPackage::forFirmware(firmware(5000));
     Bootloader bootloader;
     sendInitPacket(bootloader, package.initPacket);
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
     sendObject(bootloader, package.firmware.left(4096));
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
-    create(bootloader, Bootloader::DataObject, 904);
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
+    create(bootloader, Dfu::DataObject, 904);
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
     QCOMPARE(checksum(bootloader), checksumOf(package.firmware.left(4096)));
     QVERIFY(!bootloader.isFinished());
 }
@@ -408,20 +402,20 @@ void tst_Bootloader::executeMayComeTwice()
 void tst_Bootloader::executesOnlyWholeObjects()
 {
     const DfuPackage package = DfuPackage::forFirmware(firmware(100));
-    const QByteArray notPermitted = refused(Bootloader::Execute, Result::NotPermitted);
+    const QByteArray notPermitted = refused(Dfu::Execute, Result::NotPermitted);
     Bootloader bootloader;
-    create(bootloader, Bootloader::CommandObject, package.initPacket.size());
+    create(bootloader, Dfu::CommandObject, package.initPacket.size());
     QCOMPARE(execute(bootloader), notPermitted);
     write(bootloader, package.initPacket.left(10));
     QCOMPARE(execute(bootloader), notPermitted);
     write(bootloader, package.initPacket.mid(10));
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
-    QCOMPARE(write(bootloader, "x"), refused(Bootloader::WriteObject, Result::NotPermitted));
-    create(bootloader, Bootloader::DataObject, 100);
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
+    QCOMPARE(write(bootloader, "x"), refused(Dfu::WriteObject, Result::NotPermitted));
+    create(bootloader, Dfu::DataObject, 100);
     write(bootloader, package.firmware.left(99));
     QCOMPARE(execute(bootloader), notPermitted);
     write(bootloader, package.firmware.mid(99));
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
     QVERIFY(bootloader.isFinished());
 }
 
@@ -431,18 +425,18 @@ void tst_Bootloader::selectTellsWhereToResume()
     Bootloader bootloader;
     sendInitPacket(bootloader, package.initPacket);
     sendObject(bootloader, package.firmware.left(4096));
-    create(bootloader, Bootloader::DataObject, 4096);
+    create(bootloader, Dfu::DataObject, 4096);
     write(bootloader, package.firmware.mid(4096, 1000));
 
-    QCOMPARE(select(bootloader, Bootloader::CommandObject),
-             ok(Bootloader::SelectObject, bytes(quint32(512)) + offsetAndCrc(package.initPacket)));
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
-    QCOMPARE(select(bootloader, Bootloader::DataObject),
-             ok(Bootloader::SelectObject,
-                bytes(quint32(4096)) + offsetAndCrc(package.firmware.left(5096))));
+    QCOMPARE(select(bootloader, Dfu::CommandObject),
+             ok(Dfu::SelectObject, bytes(quint32(512)) + offsetAndCrc(package.initPacket)));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
+    QCOMPARE(
+        select(bootloader, Dfu::DataObject),
+        ok(Dfu::SelectObject, bytes(quint32(4096)) + offsetAndCrc(package.firmware.left(5096))));
     QCOMPARE(write(bootloader, package.firmware.mid(5096, 3096)), QByteArray());
-    QCOMPARE(execute(bootloader), ok(Bootloader::Execute));
-    QCOMPARE(sendObject(bootloader, package.firmware.mid(8192)), ok(Bootloader::Execute));
+    QCOMPARE(execute(bootloader), ok(Dfu::Execute));
+    QCOMPARE(sendObject(bootloader, package.firmware.mid(8192)), ok(Dfu::Execute));
     QCOMPARE(bootloader.image(), package.firmware);
 }
 
@@ -465,13 +459,13 @@ void tst_Bootloader::abandonsATransfer()
         bootloader.receive("half a frame");
         bootloader.reset();
     } else {
-        QCOMPARE(ask(bootloader, opcode(Bootloader::Abort)), ok(Bootloader::Abort));
+        QCOMPARE(ask(bootloader, opcode(Dfu::Abort)), ok(Dfu::Abort));
     }
     QVERIFY(bootloader.initPacket().isEmpty());
     QCOMPARE(bootloader.imageBytesReceived(), qint64(0));
     const QByteArray nothing = bytes(quint32(4096)) + offsetAndCrc({});
-    QCOMPARE(select(bootloader, Bootloader::DataObject), ok(Bootloader::SelectObject, nothing));
-    QCOMPARE(flash(bootloader, package), ok(Bootloader::Execute));
+    QCOMPARE(select(bootloader, Dfu::DataObject), ok(Dfu::SelectObject, nothing));
+    QCOMPARE(flash(bootloader, package), ok(Dfu::Execute));
 }
 
 void tst_Bootloader::keepsAFinishedImageUntilTheNextBegins()
@@ -483,7 +477,7 @@ void tst_Bootloader::keepsAFinishedImageUntilTheNextBegins()
     QVERIFY(bootloader.isFinished());
     QCOMPARE(bootloader.image(), package.firmware);
     QCOMPARE(bootloader.initPacket(), package.initPacket);
-    create(bootloader, Bootloader::CommandObject, 10);
+    create(bootloader, Dfu::CommandObject, 10);
     QVERIFY(!bootloader.isFinished());
     QVERIFY(bootloader.image().isEmpty());
     QVERIFY(bootloader.initPacket().isEmpty());
@@ -513,7 +507,7 @@ void tst_Bootloader::survivesGarbage()
     QVERIFY(!bootloader.isFinished());
     bootloader.reset();
     const DfuPackage package = DfuPackage::forFirmware(firmware(5000));
-    QCOMPARE(flash(bootloader, package), ok(Bootloader::Execute));
+    QCOMPARE(flash(bootloader, package), ok(Dfu::Execute));
     QCOMPARE(bootloader.image(), package.firmware);
 }
 

@@ -73,7 +73,7 @@ auto answering(quint8 opcode, const QByteArray &payload, Bootloader &bootloader)
             const bool replaced = static_cast<quint8>(request.at(0)) == opcode;
             const QByteArray answer = bootloader.receive(Slip::encode(request));
             answers += replaced
-                ? Slip::encode(static_cast<char>(Bootloader::Response) + request.left(1) + payload)
+                ? Slip::encode(static_cast<char>(Dfu::Response) + request.left(1) + payload)
                 : answer;
         }
         return answers;
@@ -122,7 +122,7 @@ void tst_DfuClient::keepsToASmallMtu()
     Bootloader bootloader;
     Slip slip(2000);
     int longest = 0;
-    auto answer = answering(Bootloader::GetMtu, "\x01" + LittleEndian::bytes(kMtu), bootloader);
+    auto answer = answering(Dfu::GetMtu, "\x01" + LittleEndian::bytes(kMtu), bootloader);
     PtyDevice device([&](const QByteArray &bytes) {
         for (const QByteArray &request : slip.decode(bytes)) {
             longest = qMax(longest, Slip::encode(request).size());
@@ -293,12 +293,12 @@ void tst_DfuClient::timesOutWhenTheDeviceTakesNothing()
     const QByteArray hugeObjects = LittleEndian::bytes(0x7FFFFFFFU) + QByteArray(8, '\0');
     Bootloader bootloader;
     QSemaphore hostHasGivenUp;
-    auto answer = answering(Bootloader::SelectObject, "\x01" + hugeObjects, bootloader);
+    auto answer = answering(Dfu::SelectObject, "\x01" + hugeObjects, bootloader);
     PtyDevice device([&](const QByteArray &bytes) {
-        if (bytes.startsWith(static_cast<char>(Bootloader::CreateObject))) {
+        if (bytes.startsWith(static_cast<char>(Dfu::CreateObject))) {
             return Slip::encode("\x60\x01\x01");
         }
-        if (bytes.startsWith(static_cast<char>(Bootloader::WriteObject))) {
+        if (bytes.startsWith(static_cast<char>(Dfu::WriteObject))) {
             hostHasGivenUp.tryAcquire(1, 5000);
         }
         return answer(bytes);
@@ -363,26 +363,26 @@ void tst_DfuClient::refusesStrangeAnswers_data()
     const auto row = [](const char *name, int opcode, const QByteArray &answer, const char *error) {
         QTest::newRow(name) << opcode << answer << QString(error);
     };
-    row("another ping's id", Bootloader::Ping, success + "x", "The device answered another ping");
-    row("no id", Bootloader::Ping, success,
+    row("another ping's id", Dfu::Ping, success + "x", "The device answered another ping");
+    row("no id", Dfu::Ping, success,
         "The device sent a malformed answer when asked to answer a ping");
-    row("no MTU", Bootloader::GetMtu, success,
+    row("no MTU", Dfu::GetMtu, success,
         "The device sent a malformed answer when asked to report its MTU");
-    row("MTU 0", Bootloader::GetMtu, mtu(0), "The device takes no data");
-    row("MTU 4", Bootloader::GetMtu, mtu(4), "The device takes no data");
-    row("a result without a name", Bootloader::GetMtu, QByteArray::fromHex("42"),
+    row("MTU 0", Dfu::GetMtu, mtu(0), "The device takes no data");
+    row("MTU 4", Dfu::GetMtu, mtu(4), "The device takes no data");
+    row("a result without a name", Dfu::GetMtu, QByteArray::fromHex("42"),
         "The device refused to report its MTU: result 66");
-    row("an error without its extension", Bootloader::SelectObject, "\x0B",
+    row("an error without its extension", Dfu::SelectObject, "\x0B",
         "The device refused to select an object: extended error 0");
-    row("objects of no size", Bootloader::SelectObject, success + twelve,
+    row("objects of no size", Dfu::SelectObject, success + twelve,
         "The init packet is too large for the device");
-    row("a select answer that is too short", Bootloader::SelectObject, success + "x",
+    row("a select answer that is too short", Dfu::SelectObject, success + "x",
         "The device sent a malformed answer when asked to select an object");
-    row("a checksum of nothing", Bootloader::CalculateChecksum, success + QByteArray(8, '\0'),
+    row("a checksum of nothing", Dfu::CalculateChecksum, success + QByteArray(8, '\0'),
         "The device received 0 of 47 bytes");
-    row("a write refused", Bootloader::WriteObject, "\x0A",
+    row("a write refused", Dfu::WriteObject, "\x0A",
         "The device refused to take data: operation failed");
-    row("a write answered without cause", Bootloader::WriteObject, success,
+    row("a write answered without cause", Dfu::WriteObject, success,
         "The device refused to take data: result 1");
 }
 
