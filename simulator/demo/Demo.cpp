@@ -5,6 +5,7 @@
 
 #include "simulator/demo/ScreenUser.h"
 #include "simulator/demo/WindowLook.h"
+#include "simulator/dfu/Checksum.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -216,8 +217,8 @@ void Demo::awaitEnd()
 int Demo::verdict(Outcome outcome) const
 {
     if (!m_device.image().isEmpty()) {
-        say("SHA-256 of the package's image: " + SimulatedDevice::sha256(readPackage().firmware));
-        say("SHA-256 of the device's image:  " + SimulatedDevice::sha256(m_device.image()));
+        say("SHA-256 of the package's image: " + Checksum::sha256(readPackage().firmware));
+        say("SHA-256 of the device's image:  " + Checksum::sha256(m_device.image()));
     }
     if (outcome == Outcome::Success && !isImageRight()) {
         say("demo: the program reported success, but the image in the device is another one");

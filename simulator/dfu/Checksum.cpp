@@ -3,6 +3,8 @@
 
 #include "simulator/dfu/Checksum.h"
 
+#include <QCryptographicHash>
+
 #include <zlib.h>
 
 quint32 Checksum::extended(quint32 crc, const QByteArray &bytes)
@@ -14,4 +16,9 @@ quint32 Checksum::extended(quint32 crc, const QByteArray &bytes)
 quint32 Checksum::ofFirst(int size, const QByteArray &bytes)
 {
     return extended(0, QByteArray::fromRawData(bytes.constData(), size));
+}
+
+QByteArray Checksum::sha256(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }

@@ -17,6 +17,7 @@
 
 #include <memory>
 #include <optional>
+#include <random>
 
 namespace {
 
@@ -125,6 +126,16 @@ DfuPackage DfuPackage::forFirmware(const QByteArray &firmware)
     packet.set_hash(QCryptographicHash::hash(firmware, QCryptographicHash::Sha256).toStdString());
     packet.set_is_debug(false);
     return {QByteArray::fromStdString(packet.SerializeAsString()), firmware};
+}
+
+DfuPackage DfuPackage::generate(int size, quint32 seed)
+{
+    std::mt19937 generator(seed);
+    QByteArray firmware(size, '\0');
+    for (char &byte : firmware) {
+        byte = static_cast<char>(generator());
+    }
+    return forFirmware(firmware);
 }
 
 DfuPackage::Error DfuPackage::read(const QString &path)

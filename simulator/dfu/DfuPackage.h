@@ -27,6 +27,9 @@ struct DfuPackage
     /// The package that brings \a firmware into the simulated device.
     static DfuPackage forFirmware(const QByteArray &firmware);
 
+    /// The same for \a size pseudo-random bytes, which depend on the \a seed and on nothing else.
+    static DfuPackage generate(int size, quint32 seed = 1);
+
     /// Replaces this package by the one in the file at \a path. Changes nothing on failure.
     Error read(const QString &path);
 

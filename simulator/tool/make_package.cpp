@@ -4,27 +4,14 @@
 // Writes a firmware package for the simulated device and prints the SHA-256 of its image.
 
 #include "simulator/dfu/Bootloader.h"
+#include "simulator/dfu/Checksum.h"
 #include "simulator/dfu/DfuPackage.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QTextStream>
 
-#include <random>
-
 namespace {
-
-/// The same bytes for the same seed, on every machine.
-QByteArray pseudoRandomBytes(int size, quint32 seed)
-{
-    std::mt19937 generator(seed);
-    QByteArray bytes(size, '\0');
-    for (char &byte : bytes) {
-        byte = static_cast<char>(generator());
-    }
-    return bytes;
-}
 
 int fail(const QString &message)
 {
@@ -55,13 +42,12 @@ int main(int argc, char *argv[])
         return fail(QStringLiteral("the size goes from 1 to %1, the seed from 0 to 4294967295")
                         .arg(Bootloader::kMaxImageSize));
     }
-    const QByteArray firmware = pseudoRandomBytes(size, seed);
+    const DfuPackage package = DfuPackage::generate(size, seed);
     const QString path = parser.positionalArguments().at(0);
-    const auto error = DfuPackage::forFirmware(firmware).write(path);
+    const auto error = package.write(path);
     if (error != DfuPackage::Error::None) {
         return fail(path + ": " + DfuPackage::errorText(error));
     }
-    QTextStream(stdout) << QCryptographicHash::hash(firmware, QCryptographicHash::Sha256).toHex()
-                        << '\n';
+    QTextStream(stdout) << Checksum::sha256(package.firmware) << '\n';
     return 0;
 }

@@ -4,11 +4,9 @@
 #include "tests/vm/RealStage.h"
 
 #include "simulator/demo/WindowLook.h"
+#include "simulator/dfu/Checksum.h"
 
-#include <QCryptographicHash>
 #include <QFile>
-
-#include <random>
 
 namespace {
 
@@ -16,17 +14,6 @@ constexpr int kLongest = 20000;
 constexpr QPoint kElsewhere(1000, 700);
 constexpr int kStatusTop = 100;
 constexpr int kStatusHeight = 30;
-
-QByteArray firmware()
-{
-    constexpr int kSize = 50000;
-    std::mt19937 generator(1);
-    QByteArray bytes(kSize, '\0');
-    for (char &byte : bytes) {
-        byte = static_cast<char>(generator());
-    }
-    return bytes;
-}
 
 /// Removes the quotes and escapes of Qt's debug stream from \a text.
 QString unquoted(QString text)
@@ -39,7 +26,7 @@ QString unquoted(QString text)
 } // namespace
 
 RealStage::RealStage(Who who)
-    : package(DfuPackage::forFirmware(firmware()))
+    : package(DfuPackage::generate(50000))
     , m_who(who)
     , m_user("FW Update")
 {
@@ -125,7 +112,7 @@ bool RealStage::close()
 
 QByteArray RealStage::imageHash() const
 {
-    return QCryptographicHash::hash(package.firmware, QCryptographicHash::Sha256).toHex();
+    return Checksum::sha256(package.firmware);
 }
 
 QStringList RealStage::errorChunks() const
