@@ -3,26 +3,14 @@
 
 #include "simulator/device/SimulatedDevice.h"
 
-#include <QCryptographicHash>
+#include "simulator/dfu/Checksum.h"
+
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <unistd.h>
 
 namespace {
-
-constexpr int kVendor = 0x7F3C;
-constexpr int kApplicationProduct = 0x0C51;
-constexpr int kBootloaderProduct = 0x0C52;
-constexpr int kReportSize = 64;
-
-const QByteArray &keyboardDescriptor()
-{
-    // A boot keyboard's eight modifier keys.
-    static const QByteArray descriptor
-        = QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
-    return descriptor;
-}
 
 QString shortened(const QByteArray &report)
 {
@@ -60,10 +48,12 @@ SimulatedDevice::~SimulatedDevice()
 
 void SimulatedDevice::startInApplication()
 {
-    m_usbPath = m_testbed.addUsbDevice({kVendor, kApplicationProduct, "Simulated device", "0001"});
+    m_usbPath = m_testbed.addUsbDevice({m_identity.vendorId, m_identity.applicationId,
+                                        "Simulated device", m_identity.serialNumber});
     const QString keyboard
-        = m_testbed.addHidInterface(m_usbPath, {0x01, 0x06, keyboardDescriptor(), {}});
-    m_triggerNode = m_testbed.addHidInterface(m_usbPath, {0xFF31, 0x74, {}, {}});
+        = m_testbed.addHidInterface(m_usbPath, {0x01, 0x06, HidDescriptor::keyboard(), {}});
+    m_triggerNode = m_testbed.addHidInterface(
+        m_usbPath, {m_identity.usagePage, m_identity.usage, m_identity.reportDescriptor(), {}});
     for (const QString &node : {keyboard, m_triggerNode}) {
         m_testbed.setOpenFails(node, m_behaviour.openFails);
         m_testbed.setWriteFails(node, m_behaviour.writeFails);
@@ -74,8 +64,8 @@ void SimulatedDevice::startInApplication()
 
 void SimulatedDevice::startInBootloader()
 {
-    m_usbPath
-        = m_testbed.addUsbDevice({kVendor, kBootloaderProduct, "Simulated bootloader", "0001"});
+    m_usbPath = m_testbed.addUsbDevice({m_identity.vendorId, m_identity.bootloaderId,
+                                        "Simulated bootloader", m_identity.serialNumber});
     m_state = State::Bootloader;
     m_toldBytes = 0;
     for (const QString &port : m_behaviour.ports) {
@@ -98,17 +88,12 @@ bool SimulatedDevice::isRestarting() const
     return m_returnTimer->isActive() || m_restartTimer->isActive();
 }
 
-QByteArray SimulatedDevice::sha256(const QByteArray &image)
-{
-    return QCryptographicHash::hash(image, QCryptographicHash::Sha256).toHex();
-}
-
 void SimulatedDevice::takeReport(const QString &node, const QByteArray &bytes)
 {
     m_reports.append(bytes);
     emit happened(QString("report received: %1 bytes, %2").arg(bytes.size()).arg(shortened(bytes)));
-    if (m_state != State::Application || node != m_triggerNode || bytes.size() != kReportSize
-        || !bytes.startsWith("\xAA\xBB")) {
+    if (m_state != State::Application || node != m_triggerNode
+        || !DeviceIdentity::isEnterBootloader(bytes)) {
         return;
     }
     leave();
@@ -192,7 +177,7 @@ void SimulatedDevice::answer(const QByteArray &bytes)
     }
     if (m_bootloader.isFinished() && !wasFinished) {
         m_image = m_bootloader.image();
-        emit happened("image flashed: SHA-256 " + sha256(m_image));
+        emit happened("image flashed: SHA-256 " + Checksum::sha256(m_image));
         m_restartTimer->start();
     }
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "simulator/device/DeviceBehaviour.h"
+#include "simulator/device/DeviceIdentity.h"
 #include "simulator/dfu/Bootloader.h"
 #include "simulator/testbed/Testbed.h"
 
@@ -51,8 +52,6 @@ public:
     /// The image that was flashed into it last; empty when there is none.
     QByteArray image() const { return m_image; }
 
-    static QByteArray sha256(const QByteArray &image);
-
 signals:
     /// Tells an onlooker what happens, one plain sentence each, at the time when it does.
     void happened(const QString &event);
@@ -70,6 +69,7 @@ private:
 
     Testbed &m_testbed;
     const DeviceBehaviour m_behaviour;
+    const DeviceIdentity m_identity;
     State m_state = State::Absent;
     State m_next = State::Application; ///< What it comes back as.
     QString m_usbPath;

@@ -3,6 +3,7 @@
 
 #include "simulator/testbed/Testbed.h"
 
+#include "simulator/testbed/HidDescriptor.h"
 #include "simulator/testbed/Testbed_p.h"
 
 #include <QDir>
@@ -16,23 +17,6 @@ Testbed::Testbed()
 { }
 
 Testbed::~Testbed() = default;
-
-QByteArray Testbed::outputDescriptor(int usagePage, int usage)
-{
-    const auto low = [](int value) {
-        return static_cast<char>(value & 0xFF);
-    };
-    QByteArray descriptor;
-    descriptor.append("\x06").append(low(usagePage)).append(low(usagePage >> 8));
-    descriptor.append("\x09").append(low(usage));
-    descriptor.append("\xA1\x01"); // a collection, of the application kind
-    descriptor.append("\x85\xAA"); // report id
-    descriptor.append("\x09").append(low(usage));
-    descriptor.append("\x15\x00", 2).append("\x26\xFF\x00", 3); // values from 0 to 255
-    descriptor.append("\x75\x08\x95\x3F\x91\x02"); // 63 output fields of 8 bits
-    descriptor.append("\xC0"); // end of the collection
-    return descriptor;
-}
 
 Testbed::Values Testbed::childEnvironment() const
 {
@@ -79,7 +63,7 @@ QString Testbed::addHidInterface(const QString &usbPath, const HidInterface &int
     QString node = "/dev/" + name;
     HidInterface complete = interface;
     if (complete.reportDescriptor.isEmpty()) {
-        complete.reportDescriptor = outputDescriptor(interface.usagePage, interface.usage);
+        complete.reportDescriptor = HidDescriptor::output(interface.usagePage, interface.usage);
     }
     const QString hidPath = d->addHid(usbPath, complete, number);
     d->serveHid(node, d->usbDevices.at(usbPath), complete.reportDescriptor);

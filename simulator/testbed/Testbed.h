@@ -37,7 +37,7 @@ public:
     {
         int usagePage = 0;
         int usage = 0;
-        QByteArray reportDescriptor; ///< Empty for one made by outputDescriptor().
+        QByteArray reportDescriptor; ///< Empty for HidDescriptor::output().
         Values properties; ///< Overrides HID_ID, HID_NAME, HID_UNIQ and their like.
         Values attributes = {}; ///< Overrides report_descriptor.
     };
@@ -51,9 +51,6 @@ public:
 
     Testbed(const Testbed &) = delete;
     Testbed &operator=(const Testbed &) = delete;
-
-    /// A collection of the given usage with one output report: id 0xAA and 63 bytes.
-    static QByteArray outputDescriptor(int usagePage, int usage);
 
     /// The environment variables that put a child process inside, by name.
     Values childEnvironment() const;

@@ -3,37 +3,15 @@
 
 #include "tests/vm/GadgetDevice.h"
 
+#include "simulator/dfu/Checksum.h"
 #include "tests/vm/DeviceFile.h"
 #include "tests/vm/OpenWatch.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QTimer>
 
 namespace {
-
-constexpr int kVendor = 0x7F3C;
-constexpr int kApplicationProduct = 0x0C51;
-constexpr int kBootloaderProduct = 0x0C52;
-constexpr int kReportSize = 64;
-
-const QByteArray &keyboardDescriptor()
-{
-    // The eight modifier keys of a boot keyboard.
-    static const QByteArray descriptor
-        = QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
-    return descriptor;
-}
-
-/// A collection of the given usage with one output report: id 0xAA and 63 bytes.
-QByteArray outputDescriptor(int usagePage, int usage)
-{
-    const QByteArray page
-        = QByteArray(1, static_cast<char>(usagePage)) + static_cast<char>(usagePage >> 8);
-    return '\x06' + page + '\x09' + static_cast<char>(usage)
-        + QByteArray::fromHex("a10185aa150026ff007508953f09019102c0");
-}
 
 /// Whether the host has set up the device on this controller of dummy_hcd. Until then, the state of
 /// the controller is that of the previous device, so this checks the host's side of the cable.
@@ -57,12 +35,14 @@ GadgetDevice::GadgetDevice(const Settings &settings, QObject *parent)
     : QObject(parent)
     , m_settings(settings)
     , m_application("application-" + settings.controller,
-                    {kVendor, kApplicationProduct, "Device", settings.serialNumber})
+                    {settings.identity.vendorId, settings.identity.applicationId, "Device",
+                     settings.identity.serialNumber})
     , m_bootloader("bootloader-" + settings.controller,
-                   {kVendor, kBootloaderProduct, "Bootloader", settings.serialNumber})
-    , m_hidNodes({m_application.addHid("keyboard", keyboardDescriptor(), 8),
-                  m_application.addHid(
-                      "vendor", outputDescriptor(settings.usagePage, settings.usage), kReportSize)})
+                   {settings.identity.vendorId, settings.identity.bootloaderId, "Bootloader",
+                    settings.identity.serialNumber})
+    , m_hidNodes({m_application.addHid("keyboard", HidDescriptor::keyboard(), 8),
+                  m_application.addHid("vendor", settings.identity.reportDescriptor(),
+                                       DeviceIdentity::kReportSize)})
     , m_portNode(m_bootloader.addSerialPort())
     , m_hostTimer(new QTimer(this))
     , m_returnTimer(new QTimer(this))
@@ -122,7 +102,7 @@ void GadgetDevice::lookForHost()
 void GadgetDevice::takeReport(const QByteArray &bytes)
 {
     emit happened("report received: " + bytes.toHex());
-    if (bytes.size() != kReportSize || !bytes.startsWith("\xAA\xBB")) {
+    if (!DeviceIdentity::isEnterBootloader(bytes)) {
         return;
     }
     leave();
@@ -147,9 +127,7 @@ void GadgetDevice::answer(const QByteArray &bytes)
         }
     });
     if (m_protocol.isFinished() && !wasFinished) {
-        const QByteArray hash
-            = QCryptographicHash::hash(m_protocol.image(), QCryptographicHash::Sha256);
-        emit happened("image flashed: " + hash.toHex());
+        emit happened("image flashed: " + Checksum::sha256(m_protocol.image()));
         // The last response must reach the tool before the port disappears.
         QTimer::singleShot(kHeardAfter, m_files.first(), [this] { restart(); });
     }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "simulator/device/DeviceIdentity.h"
 #include "simulator/dfu/Bootloader.h"
 #include "tests/vm/Gadget.h"
 
@@ -32,9 +33,7 @@ public:
     struct Settings
     {
         QString controller; ///< The USB device controller to plug it into.
-        QString serialNumber;
-        int usagePage = 0xFF31; ///< The usage page of its second HID interface.
-        int usage = 0x74;
+        DeviceIdentity identity;
         int returnAfter = 1000; ///< Milliseconds from disconnecting until the host has set it up.
     };
 

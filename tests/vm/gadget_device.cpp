@@ -32,18 +32,20 @@ void say(const QString &line)
 
 GadgetDevice::Settings parse(const QCoreApplication &application)
 {
+    GadgetDevice::Settings settings;
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({{"controller", "The USB device controller.", "NAME", "dummy_udc.0"},
-                       {"serial-number", "The serial number.", "TEXT", "0001"},
-                       {"usage-page", "The usage page of the second HID interface.", "N", "0xFF31"},
-                       {"return-after", "The duration of a restart.", "MS", "1000"}});
+    parser.addOptions(
+        {{"controller", "The USB device controller.", "NAME", "dummy_udc.0"},
+         {"serial-number", "The serial number.", "TEXT", settings.identity.serialNumber},
+         {"usage-page", "The usage page of the second HID interface.", "N",
+          QString::number(settings.identity.usagePage)},
+         {"return-after", "The duration of a restart.", "MS", "1000"}});
     parser.process(application);
 
-    GadgetDevice::Settings settings;
     settings.controller = parser.value("controller");
-    settings.serialNumber = parser.value("serial-number");
-    settings.usagePage = parser.value("usage-page").toInt(nullptr, 0);
+    settings.identity.serialNumber = parser.value("serial-number");
+    settings.identity.usagePage = parser.value("usage-page").toInt(nullptr, 0);
     settings.returnAfter = parser.value("return-after").toInt();
     return settings;
 }
