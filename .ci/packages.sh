@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
-# Sourced by the scripts: the lists of Debian packages, and install_missing PACKAGE…
+# Sourced by the scripts: the lists of packages, install_missing PACKAGE… for Debian, and
+# install_homebrew for macOS.
 # shellcheck shell=bash disable=SC2034
 
 build_packages=(
@@ -32,6 +33,22 @@ machine_packages=(qemu-system-x86 busybox-static udev systemd)
 packaging_packages=(
     appstream clang desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian lld
     llvm procps python3 strace udev xdotool)
+
+homebrew_packages=(cmake ninja pkg-config qt@5 hidapi)
+
+# Installs the missing Homebrew packages and tells CMake where Qt is.
+install_homebrew() {
+    local package
+    if ! command -v brew >/dev/null; then
+        echo "Homebrew is missing. It installs what FW Update is built with." >&2
+        return 1
+    fi
+    for package in "${homebrew_packages[@]}"; do
+        brew list "$package" >/dev/null 2>&1 || brew install --quiet "$package"
+    done
+    CMAKE_PREFIX_PATH=$(brew --prefix qt@5)
+    export CMAKE_PREFIX_PATH
+}
 
 is_installed() {
     dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
