@@ -115,9 +115,11 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${FW_UPDATE_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# CPack strips the last line's indentation, so the last line must be empty.
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "FW Update updates the firmware of one USB device: it asks the device to
 restart into its bootloader, runs the vendor's flashing tool and shows the
 result.
 
-${FW_UPDATE_COMPANIONS}")
+${FW_UPDATE_COMPANIONS}
+")
