@@ -25,7 +25,8 @@ bool sendEnterBootloader(const char *path)
     if (device == nullptr) {
         return false;
     }
-    // The last byte is never sent: the report is its id and 63 bytes.
+    // hidapi takes the first byte for the report's id. It is the first data byte as well, so the
+    // device receives all 64 bytes that are written; the 65th is never sent.
     const std::array<unsigned char, 65> report = {0xAA, 0xBB};
     hid_write(device, report.data(), 64);
     hid_close(device);
