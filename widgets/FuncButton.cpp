@@ -35,11 +35,6 @@ void FuncButton::setCheck(bool check)
     update();
 }
 
-bool FuncButton::isCheck() const
-{
-    return m_checked;
-}
-
 // On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
 // the base class, so that it alone can click.
 void FuncButton::enterEvent(QEvent * /*event*/)

@@ -13,8 +13,8 @@
 ///
 /// It has two whole pictures, one at rest and one for hovered, pressed or selected. The geometry
 /// comes from the caller, never from the pictures. The selected mark is the owner's to set:
-/// clicking does not, and a row of such buttons is kept exclusive by its owner. The button shows
-/// itself on construction; it has no disabled look.
+/// clicking does not, and a row of such buttons is kept exclusive by its owner. Only screen readers
+/// are told of it. The button shows itself on construction; it has no disabled look.
 class FuncButton : public QPushButton
 {
     Q_OBJECT
@@ -32,8 +32,6 @@ public:
 
     /// Sets the selected mark and repaints.
     void setCheck(bool check);
-    /// Whether the selected mark is set.
-    bool isCheck() const;
 
 protected:
     void enterEvent(QEvent *event) override;
@@ -43,6 +41,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    friend class AccessibleKitButton;
+
     QPixmap m_normalPixmap;
     QPixmap m_activePixmap;
     PointerState m_pointer;

@@ -18,64 +18,75 @@
 namespace {
 
 /// The words that \a button paints.
-QString captionOf(const QAbstractButton *button)
+QString captionOf(const QAbstractButton &button)
 {
-    if (const auto *tab = qobject_cast<const tabButton *>(button)) {
+    if (const auto *tab = qobject_cast<const tabButton *>(&button)) {
         return tab->tabText;
     }
-    if (const auto *function = qobject_cast<const FuncButton *>(button)) {
+    if (const auto *function = qobject_cast<const FuncButton *>(&button)) {
         return function->title();
     }
-    if (const auto *icon = qobject_cast<const IconButton *>(button)) {
+    if (const auto *icon = qobject_cast<const IconButton *>(&button)) {
         return icon->title();
     }
-    if (const auto *profile = qobject_cast<const ProfileButton *>(button)) {
+    if (const auto *profile = qobject_cast<const ProfileButton *>(&button)) {
         return profile->title();
     }
-    return button->text();
+    return button.text();
 }
 
-class AccessibleButton : public QAccessibleWidget
+} // namespace
+
+// Outside the namespace, for FuncButton to make it a friend.
+class AccessibleKitButton : public QAccessibleWidget
 {
 public:
-    AccessibleButton(QAbstractButton *button, QAccessible::Role role)
-        : QAccessibleWidget(button, role)
-        , m_button(button)
-    { }
+    using QAccessibleWidget::QAccessibleWidget;
 
     QString text(QAccessible::Text kind) const override
     {
+        const QAbstractButton *const button = this->button();
+        if (button == nullptr) {
+            return {};
+        }
         if (kind == QAccessible::Name) {
-            return name();
+            return nameOf(*button);
         }
         const QString text = QAccessibleWidget::text(kind);
         // A tool tip that is the name already need not be read a second time.
-        const bool repeats = kind == QAccessible::Description && text == name();
+        const bool repeats = kind == QAccessible::Description && text == nameOf(*button);
         return repeats ? QString() : text;
     }
 
     QAccessible::State state() const override
     {
+        const QAbstractButton *const button = this->button();
+        if (button == nullptr) {
+            return {};
+        }
         QAccessible::State state = QAccessibleWidget::state();
-        state.pressed = m_button->isDown();
-        if (const auto *tab = qobject_cast<const tabButton *>(m_button)) {
+        state.pressed = button->isDown();
+        if (const auto *tab = qobject_cast<const tabButton *>(button)) {
             state.selectable = true;
             state.selected = tab->isCheck();
-        } else if (const auto *function = qobject_cast<const FuncButton *>(m_button)) {
+        } else if (const auto *function = qobject_cast<const FuncButton *>(button)) {
             state.selectable = true;
-            state.selected = function->isCheck();
-        } else if (const auto *flip = qobject_cast<const SwitchButton *>(m_button)) {
+            state.selected = function->m_checked;
+        } else if (const auto *flip = qobject_cast<const SwitchButton *>(button)) {
             state.checkable = true;
             state.checked = flip->isCheck();
-        } else if (m_button->isCheckable()) {
+        } else if (button->isCheckable()) {
             state.checkable = true;
-            state.checked = m_button->isChecked();
+            state.checked = button->isChecked();
         }
         return state;
     }
 
     QStringList actionNames() const override
     {
+        if (button() == nullptr) {
+            return {};
+        }
         const bool checks = state().checkable;
         const QString action = checks ? toggleAction() : pressAction();
         return QStringList(action) + QAccessibleWidget::actionNames();
@@ -83,60 +94,65 @@ public:
 
     void doAction(const QString &name) override
     {
+        QAbstractButton *const button = this->button();
+        if (button == nullptr) {
+            return;
+        }
         if (name != pressAction() && name != toggleAction()) {
             QAccessibleWidget::doAction(name);
             return;
         }
-        if (!m_button->isEnabled()) {
+        if (!button->isEnabled()) {
             return;
         }
         // A click from the keyboard leaves the switch as it is; only a mouse press flips it.
-        if (auto *flip = qobject_cast<SwitchButton *>(m_button)) {
+        if (auto *flip = qobject_cast<SwitchButton *>(button)) {
             flip->setCheck(!flip->isCheck());
         }
-        m_button->click();
+        button->click();
     }
 
 private:
-    QString name() const
+    /// Null once the button's own part is gone: a reader may still ask while the rest is deleted.
+    QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
+
+    QString nameOf(const QAbstractButton &button) const
     {
-        QString words = m_button->accessibleName();
+        QString words = button.accessibleName();
         if (words.isEmpty()) {
-            words = captionOf(m_button);
+            words = captionOf(button);
         }
         if (words.isEmpty()) {
-            words = m_button->toolTip();
+            words = button.toolTip();
         }
         return words.isEmpty() ? QAccessibleWidget::text(QAccessible::Name) : words;
     }
-
-    QAbstractButton *m_button;
 };
 
-/// Tells of new values when they get painted, so that the bar itself need not know of readers.
+namespace {
+
+/// Reports each new value when the bar paints it, so that the bar itself need not know of readers.
 class ValueReporter : public QObject
 {
 public:
     explicit ValueReporter(CustomProgressBar *bar)
-        : QObject(bar)
-        , m_bar(bar)
-        , m_reported(bar->value())
+        : m_reported(bar->value())
     {
         bar->installEventFilter(this);
     }
 
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint && m_bar->value() != m_reported) {
-            m_reported = m_bar->value();
-            QAccessibleValueChangeEvent change(m_bar, m_reported);
+        const auto *const bar = qobject_cast<CustomProgressBar *>(watched);
+        if (bar != nullptr && event->type() == QEvent::Paint && bar->value() != m_reported) {
+            m_reported = bar->value();
+            QAccessibleValueChangeEvent change(watched, m_reported);
             QAccessible::updateAccessibility(&change);
         }
         return false;
     }
 
 private:
-    CustomProgressBar *m_bar;
     int m_reported;
 };
 
@@ -145,10 +161,8 @@ class AccessibleProgressBar : public QAccessibleWidget, public QAccessibleValueI
 public:
     explicit AccessibleProgressBar(CustomProgressBar *bar)
         : QAccessibleWidget(bar, QAccessible::ProgressBar)
-        , m_bar(bar)
-    {
-        new ValueReporter(bar);
-    }
+        , m_reporter(bar)
+    { }
 
     void *interface_cast(QAccessible::InterfaceType type) override
     {
@@ -160,27 +174,43 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
+        const CustomProgressBar *const bar = this->bar();
+        if (bar == nullptr) {
+            return {};
+        }
         if (kind == QAccessible::Value) {
-            return QString("%1 %").arg(m_bar->value() * 100 / m_bar->maximum());
+            return QString("%1 %").arg(bar->value() * 100 / bar->maximum());
         }
         return QAccessibleWidget::text(kind);
     }
 
     QAccessible::State state() const override
     {
+        if (bar() == nullptr) {
+            return {};
+        }
         QAccessible::State state = QAccessibleWidget::state();
         state.readOnly = true;
         return state;
     }
 
-    QVariant currentValue() const override { return m_bar->value(); }
-    QVariant maximumValue() const override { return m_bar->maximum(); }
+    QVariant currentValue() const override
+    {
+        return bar() != nullptr ? bar()->value() : QVariant();
+    }
+    QVariant maximumValue() const override
+    {
+        return bar() != nullptr ? bar()->maximum() : QVariant();
+    }
     QVariant minimumValue() const override { return 0; }
     QVariant minimumStepSize() const override { return 1; }
     void setCurrentValue(const QVariant & /*value*/) override { }
 
 private:
-    CustomProgressBar *m_bar;
+    /// Null once the bar's own part is gone.
+    CustomProgressBar *bar() const { return qobject_cast<CustomProgressBar *>(object()); }
+
+    ValueReporter m_reporter; // goes with the interface, since the next one has its own
 };
 
 QAccessibleInterface *describe(const QString &className, QObject *object)
@@ -199,7 +229,7 @@ QAccessibleInterface *describe(const QString &className, QObject *object)
     if (button == nullptr || role == kRoles.end()) {
         return nullptr;
     }
-    return new AccessibleButton(button, *role);
+    return new AccessibleKitButton(button, *role);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "widgets/KitAccessibility.h"
 
 #include "tests/support/ButtonSignals.h"
+#include "tests/widgets/ButtonRules.h"
 #include "tests/widgets/ButtonSubject.h"
 #include "widgets/ColorButton.h"
 #include "widgets/CustomProgressBar.h"
@@ -33,11 +34,59 @@ void noteValue(QAccessibleEvent *event)
     }
 }
 
-/// As a screen reader does when it comes or goes.
-void setReaderPresent(bool present)
+/// A screen reader that notes the values it is told of, while it lives.
+class ValueReader
 {
-    QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(present);
-}
+public:
+    ValueReader()
+        : m_previous(QAccessible::installUpdateHandler(noteValue))
+    {
+        setPresent(true);
+        reportedValues.clear();
+    }
+
+    ~ValueReader()
+    {
+        setPresent(false);
+        QAccessible::installUpdateHandler(m_previous);
+    }
+
+    Q_DISABLE_COPY(ValueReader)
+
+private:
+    static void setPresent(bool present)
+    {
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(present);
+    }
+
+    QAccessible::UpdateHandler m_previous;
+};
+
+/// A reader that asks questions as soon as a widget hides. A window that is deleted does so when
+/// its own part is gone already and only a plain QWidget is left.
+class AskWhenHidden : public QObject
+{
+public:
+    AskWhenHidden(QWidget *widget, std::function<void()> ask)
+        : m_ask(std::move(ask))
+    {
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide) {
+            asked = true;
+            m_ask();
+        }
+        return false;
+    }
+
+    bool asked = false;
+
+private:
+    std::function<void()> m_ask;
+};
 
 QAccessibleInterface *interfaceOf(QObject *object)
 {
@@ -75,6 +124,10 @@ private slots:
     void progressBarHasAValue();
     void progressBarIsReadOnly();
     void progressBarReportsChanges();
+    void interfaceMadeAnewReportsOnce();
+    void deletedButtonTellsNothing_data();
+    void deletedButtonTellsNothing();
+    void deletedProgressBarTellsNothing();
     void otherWidgetsStayAsTheyAre();
 
 private:
@@ -332,10 +385,7 @@ void tst_KitAccessibility::progressBarIsReadOnly()
 
 void tst_KitAccessibility::progressBarReportsChanges()
 {
-    const auto previous = QAccessible::installUpdateHandler(noteValue);
-    setReaderPresent(true);
-    reportedValues.clear();
-
+    const ValueReader reader;
     CustomProgressBar bar(nullptr);
     bar.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bar));
@@ -345,9 +395,67 @@ void tst_KitAccessibility::progressBarReportsChanges()
     bar.setValue(50);
     bar.setValue(60);
     QTRY_COMPARE(reportedValues, (QVector<QVariant>{50, 60}));
+}
 
-    setReaderPresent(false);
-    QAccessible::installUpdateHandler(previous);
+void tst_KitAccessibility::interfaceMadeAnewReportsOnce()
+{
+    const ValueReader reader;
+    CustomProgressBar bar(nullptr);
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interfaceOf(&bar)));
+    QVERIFY(interfaceOf(&bar) != nullptr);
+    bar.setValue(50);
+    bar.repaint();
+    QCOMPARE(reportedValues, QVector<QVariant>{50});
+}
+
+void tst_KitAccessibility::deletedButtonTellsNothing_data()
+{
+    QTest::addColumn<QString>("name");
+
+    for (const auto &rules : ButtonRules::kRules) {
+        QTest::newRow(qPrintable(rules.first)) << rules.first;
+    }
+}
+
+void tst_KitAccessibility::deletedButtonTellsNothing()
+{
+    QFETCH(QString, name);
+
+    ButtonSubject subject = ButtonSubject::create(name, m_folder);
+    QAbstractButton *const button = subject.button.get();
+    button->setAccessibleName("name");
+    button->setToolTip("hint");
+    button->setDown(true);
+    QAccessibleInterface *const interface = interfaceOf(button);
+    QVERIFY(interface->state().pressed);
+    const AskWhenHidden reader(button, [interface] {
+        QCOMPARE(interface->text(QAccessible::Name), QString());
+        QCOMPARE(interface->text(QAccessible::Description), QString());
+        QVERIFY(!interface->state().pressed);
+        QCOMPARE(interface->actionInterface()->actionNames(), QStringList());
+        interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    });
+    subject.button.reset();
+    QVERIFY(reader.asked);
+}
+
+void tst_KitAccessibility::deletedProgressBarTellsNothing()
+{
+    auto bar = std::make_unique<CustomProgressBar>(nullptr);
+    bar->setValue(50);
+    bar->show();
+    QAccessibleInterface *const interface = interfaceOf(bar.get());
+    QCOMPARE(interface->valueInterface()->currentValue().toInt(), 50);
+    const AskWhenHidden reader(bar.get(), [interface] {
+        QCOMPARE(interface->text(QAccessible::Value), QString());
+        QVERIFY(!interface->state().readOnly);
+        QCOMPARE(interface->valueInterface()->currentValue(), QVariant());
+        QCOMPARE(interface->valueInterface()->maximumValue(), QVariant());
+    });
+    bar.reset();
+    QVERIFY(reader.asked);
 }
 
 void tst_KitAccessibility::otherWidgetsStayAsTheyAre()
