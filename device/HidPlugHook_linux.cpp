@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "device/HidPlugHook_p.h"
-#include "device/HidSysfs_linux.h"
+#include "device/HidSysfs_linux_p.h"
 #include "device/Udev_linux_p.h"
 
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "device/HidSysfs_linux.h"
+#include "device/HidSysfs_linux_p.h"
 
-#include "device/HidReportDescriptor.h"
+#include "device/HidReportDescriptor_p.h"
 
 #include <charconv>
 #include <cwchar>

@@ -6,6 +6,7 @@
 #include <libudev.h>
 
 #include <cerrno>
+#include <deque>
 #include <memory>
 #include <string>
 #include <utility>
@@ -24,6 +25,12 @@ using Udev = std::unique_ptr<udev, UdevUnref>;
 using UdevMonitor = std::unique_ptr<udev_monitor, UdevUnref>;
 using UdevEnumerate = std::unique_ptr<udev_enumerate, UdevUnref>;
 using UdevDevice = std::unique_ptr<udev_device, UdevUnref>;
+
+/// What the iterators of the USB monitor point to.
+struct UsbDeviceIterator
+{
+    std::deque<UdevDevice> devices;
+};
 
 /// libudev has null for a text that is missing.
 inline std::string orEmpty(const char *text)

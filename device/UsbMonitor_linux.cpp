@@ -3,8 +3,8 @@
 
 #include "device/UsbMonitor_linux.h"
 
+#include "device/Udev_linux_p.h"
 #include "device/UsbMonitor.h"
-#include "device/UsbMonitor_linux_p.h"
 #include "device/UsbMonitor_p.h"
 
 #include <poll.h>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "device/HidReportDescriptor.h"
+#include "device/HidReportDescriptor_p.h"
 
 #include <QRandomGenerator>
 #include <QtTest>

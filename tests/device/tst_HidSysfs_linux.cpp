@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "device/HidSysfs_linux.h"
+#include "device/HidSysfs_linux_p.h"
 
 #include <QtTest>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "device/Udev_linux_p.h"
 #include "device/UsbMonitor.h"
 #include "device/UsbMonitor_linux.h"
-#include "device/UsbMonitor_linux_p.h"
 #include "simulator/testbed/Testbed.h"
 #include "tests/device/StdoutCapture.h"
 #include "tests/device/UsbTaken_linux.h"

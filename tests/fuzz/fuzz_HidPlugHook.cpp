@@ -6,7 +6,7 @@
 
 #include "device/HidPlugHook.h"
 #include "device/HidPlugHook_p.h"
-#include "device/HidSysfs_linux.h"
+#include "device/HidSysfs_linux_p.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 // Input: a report descriptor.
 
-#include "device/HidReportDescriptor.h"
+#include "device/HidReportDescriptor_p.h"
 
 #include <cstddef>
 #include <cstdint>
