@@ -23,8 +23,10 @@ struct Report
 HidPlugCallback plugCallback = nullptr;
 void *plugContext = nullptr;
 
-// Made before DeviceComm, so that it still exists when that goes at the end of the process.
+// Created before DeviceComm, so that they still exist when it is destroyed at the end of the
+// process.
 std::deque<Report> waiting;
+std::unique_ptr<HidPlugWatch> watch;
 int pauses = 0;
 
 bool isHighSurrogate(char16_t unit)
@@ -95,11 +97,6 @@ void deliverHidPlugs()
     }
 }
 
-void dropHidPlugs()
-{
-    waiting.clear();
-}
-
 HidPlugPause::HidPlugPause()
 {
     ++pauses;
@@ -108,8 +105,21 @@ HidPlugPause::HidPlugPause()
 HidPlugPause::~HidPlugPause()
 {
     --pauses;
-    // Not delivered from here, where the paused call has yet to return.
-    if (!waiting.empty()) {
-        wakeHidPlugWatch();
+    // The paused call has yet to return, so the event loop delivers.
+    if (!waiting.empty() && watch != nullptr) {
+        watch->wake();
     }
+}
+
+void startHidPlugWatch()
+{
+    if (watch == nullptr) {
+        watch = HidPlugWatch::create();
+    }
+}
+
+void stopHidPlugWatch()
+{
+    watch.reset();
+    waiting.clear();
 }

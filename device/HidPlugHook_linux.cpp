@@ -51,16 +51,13 @@ HidProperties readProperties(udev_device *hidraw)
     return sysfs.properties();
 }
 
-class HidPlugWatch
+class UdevHidPlugWatch final : public HidPlugWatch
 {
 public:
-    HidPlugWatch();
-    ~HidPlugWatch();
+    UdevHidPlugWatch();
+    ~UdevHidPlugWatch() override;
 
-    HidPlugWatch(const HidPlugWatch &) = delete;
-    HidPlugWatch &operator=(const HidPlugWatch &) = delete;
-
-    void wake();
+    void wake() override;
 
 private:
     void listen();
@@ -76,7 +73,7 @@ private:
     QPointer<QSocketNotifier> m_notifier;
 };
 
-HidPlugWatch::HidPlugWatch()
+UdevHidPlugWatch::UdevHidPlugWatch()
     : m_udev(udev_new())
     , m_monitor(listenToUdev(m_udev.get(), kSubsystem, nullptr))
 {
@@ -90,19 +87,19 @@ HidPlugWatch::HidPlugWatch()
     wake();
 }
 
-HidPlugWatch::~HidPlugWatch()
+UdevHidPlugWatch::~UdevHidPlugWatch()
 {
     delete m_notifier; // null when the application has gone
 }
 
-void HidPlugWatch::wake()
+void UdevHidPlugWatch::wake()
 {
     if (m_notifier != nullptr) {
         QMetaObject::invokeMethod(m_notifier, &deliverHidPlugs, Qt::QueuedConnection);
     }
 }
 
-void HidPlugWatch::listen()
+void UdevHidPlugWatch::listen()
 {
     if (QCoreApplication::instance() == nullptr) {
         return;
@@ -112,7 +109,7 @@ void HidPlugWatch::listen()
     QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier, [this] { receive(); });
 }
 
-void HidPlugWatch::receive()
+void UdevHidPlugWatch::receive()
 {
     while (const UdevDevice device = UdevDevice(udev_monitor_receive_device(m_monitor.get()))) {
         const std::string action = orEmpty(udev_device_get_action(device.get()));
@@ -125,7 +122,7 @@ void HidPlugWatch::receive()
     deliverHidPlugs();
 }
 
-void HidPlugWatch::queueArrival(udev_device *device)
+void UdevHidPlugWatch::queueArrival(udev_device *device)
 {
     const std::string path = udev_device_get_syspath(device);
     if (m_attached.count(path) != 0) {
@@ -136,7 +133,7 @@ void HidPlugWatch::queueArrival(udev_device *device)
     queueHidPlug(true, properties);
 }
 
-void HidPlugWatch::queueRemoval(udev_device *device)
+void UdevHidPlugWatch::queueRemoval(udev_device *device)
 {
     const auto known = m_attached.find(udev_device_get_syspath(device));
     if (known == m_attached.end()) {
@@ -146,26 +143,9 @@ void HidPlugWatch::queueRemoval(udev_device *device)
     m_attached.erase(known);
 }
 
-std::unique_ptr<HidPlugWatch> watch;
-
 } // namespace
 
-void startHidPlugWatch()
+std::unique_ptr<HidPlugWatch> HidPlugWatch::create()
 {
-    if (watch == nullptr) {
-        watch = std::make_unique<HidPlugWatch>();
-    }
-}
-
-void stopHidPlugWatch()
-{
-    watch.reset();
-    dropHidPlugs();
-}
-
-void wakeHidPlugWatch()
-{
-    if (watch != nullptr) {
-        watch->wake();
-    }
+    return std::make_unique<UdevHidPlugWatch>();
 }

@@ -95,16 +95,13 @@ Owned<CFRunLoopSourceRef> makeCatchUpSource()
     return Owned<CFRunLoopSourceRef>(CFRunLoopSourceCreate(kCFAllocatorDefault, 0, &context));
 }
 
-class HidPlugWatch
+class IOKitHidPlugWatch final : public HidPlugWatch
 {
 public:
-    HidPlugWatch();
-    ~HidPlugWatch();
+    IOKitHidPlugWatch();
+    ~IOKitHidPlugWatch() override;
 
-    HidPlugWatch(const HidPlugWatch &) = delete;
-    HidPlugWatch &operator=(const HidPlugWatch &) = delete;
-
-    void wake();
+    void wake() override;
 
 private:
     const CFRunLoopRef m_runLoop; // the thread's own, which the system keeps
@@ -114,7 +111,7 @@ private:
     const Owned<IOHIDManagerRef> m_manager;
 };
 
-HidPlugWatch::HidPlugWatch()
+IOKitHidPlugWatch::IOKitHidPlugWatch()
     : m_runLoop(CFRunLoopGetCurrent())
     , m_catchUp(makeCatchUpSource())
     , m_manager(IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone))
@@ -130,7 +127,7 @@ HidPlugWatch::HidPlugWatch()
     IOHIDManagerScheduleWithRunLoop(m_manager.get(), m_runLoop, kCFRunLoopDefaultMode);
 }
 
-HidPlugWatch::~HidPlugWatch()
+IOKitHidPlugWatch::~IOKitHidPlugWatch()
 {
     if (m_manager != nullptr) {
         IOHIDManagerUnscheduleFromRunLoop(m_manager.get(), m_runLoop, kCFRunLoopDefaultMode);
@@ -138,32 +135,15 @@ HidPlugWatch::~HidPlugWatch()
     CFRunLoopSourceInvalidate(m_catchUp.get());
 }
 
-void HidPlugWatch::wake()
+void IOKitHidPlugWatch::wake()
 {
     CFRunLoopSourceSignal(m_catchUp.get());
     CFRunLoopWakeUp(m_runLoop);
 }
 
-std::unique_ptr<HidPlugWatch> watch;
-
 } // namespace
 
-void startHidPlugWatch()
+std::unique_ptr<HidPlugWatch> HidPlugWatch::create()
 {
-    if (watch == nullptr) {
-        watch = std::make_unique<HidPlugWatch>();
-    }
-}
-
-void stopHidPlugWatch()
-{
-    watch.reset();
-    dropHidPlugs();
-}
-
-void wakeHidPlugWatch()
-{
-    if (watch != nullptr) {
-        watch->wake();
-    }
+    return std::make_unique<IOKitHidPlugWatch>();
 }

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <string_view>
 
 // The HID plug hook's inside: DeviceComm starts, pauses and stops the watch, and the platform's
@@ -38,9 +39,6 @@ void queueHidPlug(bool arrived, const HidProperties &properties);
 /// Calls the registered callback for everything kept, in order; does nothing during a pause.
 void deliverHidPlugs();
 
-/// Forgets what is kept.
-void dropHidPlugs();
-
 /// While one lives nothing is delivered; the event loop catches up after the last of them.
 class HidPlugPause
 {
@@ -52,13 +50,30 @@ public:
     HidPlugPause &operator=(const HidPlugPause &) = delete;
 };
 
-/// Watches all HID devices from the calling thread's event loop, which also reports those that are
-/// attached already. Without an event loop, or when the system offers no watch, nothing is
-/// reported. Does nothing while a watch runs.
+/// The platform's watch over all HID devices, for as long as it lives.
+class HidPlugWatch
+{
+public:
+    /// Queues what comes and goes, and delivers it, from the calling thread's event loop. Devices
+    /// that are attached already count as arrivals. Without an event loop, or if the system cannot
+    /// watch, nothing is reported.
+    static std::unique_ptr<HidPlugWatch> create();
+
+    /// May run after the end of the event loop.
+    virtual ~HidPlugWatch() = default;
+
+    HidPlugWatch(const HidPlugWatch &) = delete;
+    HidPlugWatch &operator=(const HidPlugWatch &) = delete;
+
+    /// Makes the event loop call deliverHidPlugs() soon.
+    virtual void wake() = 0;
+
+protected:
+    HidPlugWatch() = default;
+};
+
+/// Creates the process's one watch, unless it exists.
 void startHidPlugWatch();
 
-/// Ends the watch and drops what it has not delivered. May be called after the event loop's end.
+/// Deletes the watch and drops what it has not delivered.
 void stopHidPlugWatch();
-
-/// Makes the event loop call deliverHidPlugs() soon.
-void wakeHidPlugWatch();
