@@ -28,9 +28,8 @@ MButton::~MButton()
 
 void MButton::setPixmap(QString path, int border)
 {
-    const QVector<QPixmap> frames = PixmapStrip::load(path, 2);
-    // On purpose a pressed button looks like a normal one and a disabled one like a hovered one.
-    m_statePixmaps = {frames.at(0), frames.at(1), frames.at(0), frames.at(1)};
+    const auto [left, right] = PixmapStrip::load<2>(path);
+    m_statePixmaps = {left, right, left, right};
     m_border = border;
     if (border <= 0) {
         return;

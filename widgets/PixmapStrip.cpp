@@ -11,10 +11,10 @@ QRect PixmapStrip::frameRect(const QSize &size, int index, int count)
     return {x, 0, size.width() / count, size.height()};
 }
 
-QVector<QPixmap> PixmapStrip::load(const QString &path, int count)
+QList<QPixmap> PixmapStrip::load(const QString &path, int count)
 {
     const QPixmap strip(path);
-    QVector<QPixmap> frames;
+    QList<QPixmap> frames;
     for (int i = 0; i < count; ++i) {
         frames.append(strip.copy(frameRect(strip.size(), i, count)));
     }

@@ -3,10 +3,13 @@
 
 #pragma once
 
+#include <QList>
 #include <QPixmap>
 #include <QRect>
 #include <QString>
-#include <QVector>
+
+#include <algorithm>
+#include <array>
 
 class QPainter;
 
@@ -21,7 +24,16 @@ QRect frameRect(const QSize &size, int index, int count);
 ///
 /// An unreadable image gives \a count null frames, a \a count below 1 none at all. An image
 /// narrower than \a count pixels has empty frame rectangles; each frame is then the whole image.
-QVector<QPixmap> load(const QString &path, int count);
+QList<QPixmap> load(const QString &path, int count);
+
+/// The same for a fixed number of frames.
+template <std::size_t Count> std::array<QPixmap, Count> load(const QString &path)
+{
+    const QList<QPixmap> list = load(path, static_cast<int>(Count));
+    std::array<QPixmap, Count> frames;
+    std::copy(list.begin(), list.end(), frames.begin());
+    return frames;
+}
 
 /// Draws \a pixmap at its own size, its top-left corner at \a topLeft.
 void draw(QPainter &painter, const QPoint &topLeft, const QPixmap &pixmap);

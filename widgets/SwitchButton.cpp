@@ -17,10 +17,8 @@ SwitchButton::SwitchButton(QWidget *parent)
 
 void SwitchButton::setPixmap(QString onPath, QString offPath)
 {
-    const QVector<QPixmap> on = PixmapStrip::load(onPath, 4);
-    m_onPixmaps = {on.at(0), on.at(1), on.at(2), on.at(3)};
-    const QVector<QPixmap> off = PixmapStrip::load(offPath, 4);
-    m_offPixmaps = {off.at(0), off.at(1), off.at(2), off.at(3)};
+    m_onPixmaps = PixmapStrip::load<4>(onPath);
+    m_offPixmaps = PixmapStrip::load<4>(offPath);
 }
 
 void SwitchButton::setCheck(bool check)

@@ -11,14 +11,14 @@
 void TitledFace::addBackgrounds(const QString &path, int count)
 {
     backgroundCount = count;
-    backgrounds.append(PixmapStrip::load(path, count).toList());
+    backgrounds.append(PixmapStrip::load(path, count));
 }
 
 void TitledFace::addIcons(const QString &path, int count, const QRect &rect)
 {
     iconCount = count;
     iconRect = rect;
-    icons.append(PixmapStrip::load(path, count).toList());
+    icons.append(PixmapStrip::load(path, count));
 }
 
 void TitledFace::drawPictures(QPainter &painter, const QSize &size, int state) const

@@ -20,8 +20,7 @@ tabButton::tabButton(QWidget *parent)
 
 void tabButton::setPixmap(QString path)
 {
-    const QVector<QPixmap> frames = PixmapStrip::load(path, 4);
-    m_statePixmaps = {frames.at(0), frames.at(1), frames.at(2), frames.at(3)};
+    m_statePixmaps = PixmapStrip::load<4>(path);
 }
 
 void tabButton::setTabCheck(bool check)

@@ -23,6 +23,7 @@ private slots:
     void equalsSeparatelyDividedStarts();
     void doesNotOverflow();
     void narrowStripGivesTheWholeImage();
+    void fixedNumberOfFrames();
     void loadsNothing_data();
     void loadsNothing();
     void draws_data();
@@ -60,7 +61,7 @@ void tst_PixmapStrip::cutsFrames()
     QFETCH(QVector<int>, starts);
 
     const QSize size(width, 12);
-    const QVector<QPixmap> frames
+    const QList<QPixmap> frames
         = PixmapStrip::load(StripedPicture::save(m_folder, size), starts.size());
     QCOMPARE(frames.size(), starts.size());
     for (int i = 0; i < frames.size(); ++i) {
@@ -93,11 +94,21 @@ void tst_PixmapStrip::doesNotOverflow()
 void tst_PixmapStrip::narrowStripGivesTheWholeImage()
 {
     const QSize size(3, 12);
-    const QVector<QPixmap> frames = PixmapStrip::load(StripedPicture::save(m_folder, size), 4);
+    const QList<QPixmap> frames = PixmapStrip::load(StripedPicture::save(m_folder, size), 4);
 
     QCOMPARE(frames.size(), 4);
     for (const QPixmap &frame : frames) {
         QCOMPARE(frame.size(), size);
+    }
+}
+
+void tst_PixmapStrip::fixedNumberOfFrames()
+{
+    const QString path = StripedPicture::save(m_folder, QSize(102, 12));
+    const QList<QPixmap> expected = PixmapStrip::load(path, 4);
+    const std::array<QPixmap, 4> frames = PixmapStrip::load<4>(path);
+    for (int i = 0; i < 4; ++i) {
+        QCOMPARE(frames.at(static_cast<std::size_t>(i)).toImage(), expected.at(i).toImage());
     }
 }
 
@@ -123,7 +134,7 @@ void tst_PixmapStrip::loadsNothing()
     QFETCH(int, frames);
 
     WarningCatcher warnings;
-    const QVector<QPixmap> loaded = PixmapStrip::load(path, count);
+    const QList<QPixmap> loaded = PixmapStrip::load(path, count);
     QCOMPARE(loaded.size(), frames);
     for (const QPixmap &frame : loaded) {
         QVERIFY(frame.isNull());
