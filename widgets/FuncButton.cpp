@@ -3,6 +3,7 @@
 
 #include "widgets/FuncButton.h"
 
+#include "widgets/Caption_p.h"
 #include "widgets/PixmapStrip.h"
 
 #include <QMouseEvent>
@@ -77,13 +78,6 @@ void FuncButton::paintEvent(QPaintEvent * /*event*/)
     QPainter painter(this);
     const bool active = m_checked || m_pointer.state != PointerState::Normal;
     PixmapStrip::drawCentred(painter, size(), active ? m_activePixmap : m_normalPixmap);
-    if (m_title.isEmpty()) {
-        return;
-    }
-    QFont font("Arial", 12);
-    font.resolve(~0U); // all of it set, or the widget's own would make it bold or underlined
-    painter.setFont(font);
-    painter.setPen(active ? QColor(30, 30, 30) : QColor(100, 100, 100));
-    painter.drawText(QRect(0, height() - kBandRise, width(), kBandHeight), Qt::AlignCenter,
-                     m_title);
+    Caption::draw(painter, QRect(0, height() - kBandRise, width(), kBandHeight), Qt::AlignCenter,
+                  m_title, active ? QColor(30, 30, 30) : QColor(100, 100, 100));
 }

@@ -71,9 +71,6 @@ void IconButton::paintEvent(QPaintEvent * /*event*/)
 
     QPainter painter(this);
     m_face.drawPictures(painter, size(), m_pointer.state);
-    if (m_title.isEmpty()) {
-        return;
-    }
     QRect titleRect = rect();
     titleRect.setLeft(m_face.iconRect.right() + kTitleGap);
     m_face.drawTitle(painter, titleRect, Qt::AlignLeft | Qt::AlignVCenter, m_title,

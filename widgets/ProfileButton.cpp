@@ -75,8 +75,5 @@ void ProfileButton::paintEvent(QPaintEvent * /*event*/)
 {
     QPainter painter(this);
     m_face.drawPictures(painter, size(), m_pointer.state);
-    if (m_title.isEmpty()) {
-        return;
-    }
     m_face.drawTitle(painter, rect(), Qt::AlignCenter, m_title, m_pointer.state);
 }

@@ -3,9 +3,8 @@
 
 #include "widgets/TitledFace.h"
 
+#include "widgets/Caption_p.h"
 #include "widgets/PixmapStrip.h"
-
-#include <QPainter>
 
 // The lists are never cleared, on purpose: the states go on addressing the first strip's frames.
 void TitledFace::addBackgrounds(const QString &path, int count)
@@ -30,9 +29,5 @@ void TitledFace::drawPictures(QPainter &painter, const QSize &size, int state) c
 void TitledFace::drawTitle(QPainter &painter, const QRect &rect, int flags, const QString &title,
                            int state) const
 {
-    QFont font("Arial", 12);
-    font.resolve(~0U); // all of it set, or the widget's own would make it bold or underlined
-    painter.setFont(font);
-    painter.setPen(textColors.at(state));
-    painter.drawText(rect, flags, title);
+    Caption::draw(painter, rect, flags, title, textColors.at(state));
 }
