@@ -5,10 +5,16 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QStringList>
 
-/// Makes the window look the same on every desktop as on its home platform, where a point is a
-/// pixel and the window grows with the screen's scale by itself, and keeps away what costs memory
-/// and time there and gives the window nothing.
+#include <memory>
+
+class MainWindow;
+class QApplication;
+
+/// Makes the window look and move the same on every desktop as on its home platform, where a point
+/// is a pixel and the window grows with the screen's scale by itself, and keeps away what costs
+/// memory and time there and gives the window nothing.
 ///
 /// Make one before QApplication: Qt reads these settings from the environment only. A setting that
 /// the user has made already stays as it is.
@@ -17,12 +23,18 @@ class Desktop
 public:
     Desktop();
 
+    /// Makes the application object. \a argc and \a argv must outlive it.
+    std::unique_ptr<QApplication> startQt(int &argc, char **argv);
+
     /// Spares the program the picture plugins of the system: its own pictures need none. Call it
-    /// between QApplication, which finds its plugins as ever, and the first picture.
+    /// before the first picture is loaded; adopt() ends it.
     void leaveOutPicturePlugins();
 
-    /// Takes back what the constructor added to the environment, so that child processes do not
-    /// inherit it. Call it once the window is shown; Qt has read everything by then.
+    /// Prepares the finished \a window for this desktop. Call it before the window is shown.
+    void adopt(MainWindow &window);
+
+    /// Takes back what was added to the environment, so that child processes do not inherit it.
+    /// Call it once the window is shown; Qt has read everything by then.
     void restoreEnvironment();
 
 private:
@@ -30,4 +42,6 @@ private:
     bool addSetting(const QByteArray &name, const QByteArray &value);
 
     QList<QByteArray> m_added;
+    bool m_makesPointPixel = false;
+    QStringList m_libraryPaths;
 };

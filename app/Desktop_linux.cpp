@@ -3,26 +3,20 @@
 
 #include "app/Desktop.h"
 
-#include <QCoreApplication>
-#include <QDir>
+#include "app/MainWindow.h"
+#include "app/SystemMove_linux.h"
+
+#include <QApplication>
 #include <QLibrary>
-#include <QLibraryInfo>
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 
-/// Whether Qt is going to draw on an X server.
-bool drawsOnX()
+bool runsOnWayland()
 {
-    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    if (!platform.isEmpty()) {
-        return platform.startsWith("xcb");
-    }
-    // Without its plugin for Wayland Qt draws on the X server that such a session has, too.
-    const QDir platforms(QLibraryInfo::location(QLibraryInfo::PluginsPath) + "/platforms");
-    return qgetenv("XDG_SESSION_TYPE") != "wayland"
-        || platforms.entryList({"libqwayland*"}).isEmpty();
+    return QGuiApplication::platformName().startsWith("wayland");
 }
 
 /// How much larger than usual the user of an X screen wants everything: 1, 2, 3…
@@ -32,9 +26,6 @@ int screenScale()
 {
     constexpr double kUsualDpi = 96;
 
-    if (!drawsOnX() || !qEnvironmentVariableIsSet("DISPLAY")) {
-        return 1;
-    }
     // Qt loads this library for X anyway; linked, it would be needed without X, too.
     QLibrary x11("X11", 6);
     using Open = void *(*)(const char *name);
@@ -55,6 +46,12 @@ int screenScale()
     return qBound(1, qRound(dpi / kUsualDpi), 8);
 }
 
+/// Whether the user wants Wayland's windows to be painted by the graphics driver.
+bool asksForWaylandGraphics()
+{
+    return qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION");
+}
+
 bool userScales()
 {
     const QList<QByteArray> settings
@@ -69,26 +66,59 @@ bool userScales()
 
 Desktop::Desktop()
 {
-    // Without this Qt loads the graphics driver for every window on X11, also for one that is
-    // painted by the processor alone, and that is most of what the program would cost.
+    // The window paints itself and takes no text: a desktop's theme, style and input method would
+    // change nothing but what it costs.
+    QGuiApplication::setDesktopSettingsAware(false);
+    QGuiApplication::setDesktopFileName(FW_UPDATE_APPLICATION_ID);
+    addSetting("QT_IM_MODULE", "none");
+    // Without these two Qt loads the graphics driver also for a window that is painted by the
+    // processor alone, and that is most of what the program would cost.
     addSetting("QT_XCB_GL_INTEGRATION", "none");
-    const bool pointIsPixel = addSetting("QT_FONT_DPI", "72");
-    if (userScales()) {
-        return;
+    if (!asksForWaylandGraphics()) {
+        addSetting("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1");
     }
-    if (pointIsPixel) {
-        // Asked to scale by itself as well, Qt would make a point larger again.
-        addSetting("QT_SCALE_FACTOR", QByteArray::number(screenScale()));
-    } else {
+    m_makesPointPixel = addSetting("QT_FONT_DPI", "72");
+    if (!m_makesPointPixel && !userScales()) {
         QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     }
+}
+
+std::unique_ptr<QApplication> Desktop::startQt(int &argc, char **argv)
+{
+    const std::vector<char *> arguments(argv, argv + argc);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    if (m_makesPointPixel && !userScales() && QGuiApplication::platformName() == "xcb") {
+        const int scale = screenScale();
+        if (scale > 1) {
+            // Qt takes the scale only when it starts, and only then is known that it starts on X.
+            application.reset();
+            addSetting("QT_SCALE_FACTOR", QByteArray::number(scale));
+            argc = int(arguments.size()); // without those that Qt has taken out
+            std::copy(arguments.begin(), arguments.end(), argv);
+            application = std::make_unique<QApplication>(argc, argv);
+        }
+    }
+    if (runsOnWayland() && !asksForWaylandGraphics()) {
+        QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+    }
+    return application;
 }
 
 void Desktop::leaveOutPicturePlugins()
 {
     // Asked for a picture of any format, Qt loads and keeps every plugin that it finds, and a
     // desktop brings a dozen. PNG it reads by itself.
+    m_libraryPaths = QCoreApplication::libraryPaths();
     QCoreApplication::setLibraryPaths({});
+}
+
+void Desktop::adopt(MainWindow &window)
+{
+    // Qt looks for other plugins, such as that for Wayland's shells, as late as a window is shown.
+    QCoreApplication::setLibraryPaths(m_libraryPaths);
+    if (runsOnWayland()) {
+        new SystemMove(window);
+    }
 }
 
 void Desktop::restoreEnvironment()

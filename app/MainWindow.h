@@ -36,6 +36,9 @@ public:
     /// that is being flashed.
     ~MainWindow() override;
 
+    /// Whether the user drags the window by its band at this moment.
+    bool isDragging() const { return m_dragging; }
+
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

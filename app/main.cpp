@@ -11,13 +11,14 @@
 int main(int argc, char *argv[])
 {
     Desktop desktop;
-    QApplication application(argc, argv);
-    desktop.leaveOutPicturePlugins();
+    const std::unique_ptr<QApplication> application = desktop.startQt(argc, argv);
     KitAccessibility::install();
     // Every picture is loaded once. Kept for another time, it would only wake the program up half a
     // minute later to be thrown away.
     QPixmapCache::setCacheLimit(0);
+    desktop.leaveOutPicturePlugins();
     MainWindow window;
+    desktop.adopt(window);
     window.show();
     desktop.restoreEnvironment();
     return QApplication::exec();

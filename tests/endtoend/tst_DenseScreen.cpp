@@ -51,10 +51,6 @@ void tst_DenseScreen::windowGrowsWithTheScreen_data()
     QTest::newRow("hardly denser") << QByteArray("Xft.dpi:\t120\n") << QStringList() << 1;
     QTest::newRow("twice as dense") << QByteArray("Xft.dpi:\t192\n") << QStringList() << 2;
     QTest::newRow("no number") << QByteArray("Xft.dpi:\tmany\n") << QStringList() << 1;
-    // Qt draws on X there, as long as its plugin for Wayland is not installed.
-    QTest::newRow("twice as dense, in a Wayland session")
-        << QByteArray("Xft.dpi:\t192\n")
-        << QStringList{"QT_QPA_PLATFORM=", "XDG_SESSION_TYPE=wayland"} << 2;
     QTest::newRow("user wants no scaling")
         << QByteArray("Xft.dpi:\t192\n") << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << 1;
     QTest::newRow("user wants a factor of 1")
