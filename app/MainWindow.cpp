@@ -44,7 +44,7 @@ void MainWindow::mouseReleaseEvent(QMouseEvent * /*event*/)
 
 void MainWindow::mouseMoveEvent(QMouseEvent *event)
 {
-    // Below the band the window stands still on purpose, until the pointer is back inside.
+    // With the pointer below the band, the window waits until it comes back into the band.
     if (!m_dragging || event->y() >= m_dragAreaHeight) {
         return;
     }
@@ -66,8 +66,8 @@ void MainWindow::slot_click_firmwareupgrade()
 
 void MainWindow::onReadyReadStandardOutput()
 {
-    // Each chunk is searched by itself on purpose, here and on the tick: whichever of the two
-    // comes first after the chunk has arrived takes it, and neither keeps anything for the other.
+    // The first of this slot and the timer's takes the whole chunk and searches it alone. Neither
+    // keeps any of it, so a phrase that is split between two chunks is not found.
     const QByteArray output = m_process->readAllStandardOutput();
     finishOnSuccess(output);
     qDebug() << "Standard Output:" << output;
@@ -90,14 +90,14 @@ void MainWindow::onTimerProcessOutput()
     m_progressCount = (m_progressCount + kStep) % kModulus;
     m_progressBar->setValue(m_progressCount);
     if (m_progressCount >= kTimeOut) {
-        // A timer that an earlier upgrade left running may tick when this one's is gone already.
+        // The timer of an earlier upgrade may still tick once the current one has been deleted.
         if (m_timer != nullptr) {
             m_timer->stop();
         }
-        // The status text stays on purpose; the tool may still succeed.
+        // The status text stays, since the tool may still succeed.
         m_upgradeButton->setEnabled(true);
     }
-    // Such a timer also ticks after a next upgrade has deleted the process and found no port.
+    // It may also tick once a later upgrade has deleted the process and found no port.
     const QByteArray output = m_process != nullptr ? m_process->readAllStandardOutput() : "";
     qDebug() << "Standard Output:" << output;
     finishOnSuccess(output);
@@ -113,7 +113,7 @@ void MainWindow::init_ui()
     setPalette(QPalette(background));
     setAutoFillBackground(true);
 
-    // First, so that everything else lies above it.
+    // Created first, so that all other widgets lie above it.
     m_backgroundArea = new CustomArea(this);
     m_backgroundArea->setAreaColor(background);
     m_backgroundArea->setGeometry(0, 0, width(), height());
@@ -121,7 +121,8 @@ void MainWindow::init_ui()
     m_closeButton = new MButton(this);
     m_closeButton->setPixmap(":/images/img_close.png", 0);
     m_closeButton->setGeometry(width() - 45, 12, 30, 30);
-    m_closeButton->setToolTip("close Winodw"); // spelled so on purpose
+    // The spelling stays: the tool tip is also the name by which screen readers know the button.
+    m_closeButton->setToolTip("close Winodw");
     m_closeButton->setCursor(Qt::PointingHandCursor);
     m_closeButton->show();
 
@@ -137,7 +138,7 @@ void MainWindow::init_ui()
     m_titleLabel->show();
 
     m_statusLabel = new QLabel(this);
-    m_statusLabel->setTextFormat(Qt::PlainText); // it shows the tool's words, whatever they are
+    m_statusLabel->setTextFormat(Qt::PlainText); // the tool's text may look like markup
     m_statusLabel->setFont(font);
     m_statusLabel->setText("");
     m_statusLabel->setStyleSheet("color:#ffffff;");
@@ -171,8 +172,7 @@ void MainWindow::firmwareUpgrade()
     m_progressBar->setValue(0);
     delete m_process; // kills a tool that still runs
     m_process = nullptr;
-    // The timer of the last upgrade is left as it is on purpose: a stopped one stays stopped, a
-    // running one goes on ticking beside the next.
+    // The timer of the last upgrade is not stopped: if it runs, it ticks along with the next one.
     m_statusLabel->setText("Start Upgrade");
     chmodNrfutil();
 
@@ -194,8 +194,8 @@ void MainWindow::firmwareUpgrade()
 void MainWindow::chmodNrfutil()
 {
     QProcess chmod;
-    // The path is relative to the working directory on purpose, unlike the one that the tool is
-    // started by: what lies beside the program is made executable only when started from there.
+    // Unlike the path by which the tool is started, this one is relative to the working directory:
+    // chmod reaches the tool only if the program was started from its own folder.
     chmod.start("chmod", {"+x", "./nrfutil-mac"}, QIODevice::ReadWrite);
     chmod.waitForFinished(30000);
     qDebug() << "Output:" << chmod.readAllStandardOutput();
@@ -221,7 +221,7 @@ void MainWindow::startTool(const QString &port)
     const QString directory = QCoreApplication::applicationDirPath();
     const QStringList arguments = {"dfu", "usb-serial", "-pkg", directory + "/dfu.zip", "-p", port};
 
-    // Whether it starts is not looked at: a tool that does not ends in the time-out.
+    // A tool that fails to start is not noticed here; the upgrade ends with the time-out.
     m_process = new QProcess;
     m_process->start(directory + "/nrfutil-mac", arguments, QIODevice::ReadWrite);
     connect(m_process, SIGNAL(readyReadStandardOutput()), this, SLOT(onReadyReadStandardOutput()));

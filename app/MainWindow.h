@@ -20,20 +20,19 @@ namespace Ui {
 class MainWindow;
 }
 
-/// The program's one window, the upgrade behind its button and the watching of the vendor's tool.
+/// The program's only window. Runs the upgrade and watches the vendor's tool.
 ///
-/// It is frameless and 500 x 260 pixels; the user drags it by its top band. Everything runs on the
-/// GUI thread, and the upgrade blocks it until the tool has been started. The user learns of the
-/// outcome from the status line and from the upgrade button, which is disabled while an upgrade
-/// runs; nothing else is reported.
+/// The window has no frame and a size of 500 x 260 pixels; the user drags it by its top band. All
+/// code runs on the GUI thread, which an upgrade blocks until the tool has been started. Results
+/// are shown only in the status line and by the upgrade button, which is disabled during an
+/// upgrade.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
-    /// Leaves a running tool and its timer alone: closing the window must not cut off a device
-    /// that is being flashed.
+    /// Does not stop a running tool, since that would interrupt the flashing of a device.
     ~MainWindow() override;
 
     /// Whether the user drags the window by its band at this moment.
@@ -68,8 +67,8 @@ private:
     MButton *m_closeButton = nullptr;
     MButton *m_upgradeButton = nullptr;
     CustomProgressBar *m_progressBar = nullptr;
-    // These two have no parent: the tool's process lives until the next upgrade begins, the timer
-    // until success. What is left when the window goes is left alone.
+    // Neither has a parent. The process lives until the next upgrade begins, the timer until
+    // success; the window's destructor deletes neither.
     QProcess *m_process = nullptr;
     QTimer *m_timer = nullptr;
     int m_progressCount = 0;
