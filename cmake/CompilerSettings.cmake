@@ -14,7 +14,7 @@ if(FW_UPDATE_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
                         -fno-omit-frame-pointer)
     # The sanitizers' code causes false warnings about buffer sizes in GCC.
-    add_compile_options(-Wno-stringop-overflow)
+    add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>)
     add_link_options(-fsanitize=address,undefined)
 endif()
 

@@ -86,28 +86,27 @@ ButtonSubject ButtonSubject::create(const QString &name, const QTemporaryDir &fo
     if (name == "MButton") {
         return made<MButton>(
             frames(StripedPicture::paint(kPair), {0, 1, 0}),
-            [&](MButton &button) { button.setPixmap(StripedPicture::save(folder, kPair), 0); },
-            parent);
+            [&](MButton &one) { one.setPixmap(StripedPicture::save(folder, kPair), 0); }, parent);
     }
     if (name == "ImageButton") {
         return made<ImageButton>(
-            fourLooks, [&](ImageButton &button) { button.setPixmap(four); }, parent);
+            fourLooks, [&](ImageButton &one) { one.setPixmap(four); }, parent);
     }
     if (name == "tabButton") {
         return made<tabButton>(
-            fourLooks, [&](tabButton &button) { button.setPixmap(four); }, parent);
+            fourLooks, [&](tabButton &one) { one.setPixmap(four); }, parent);
     }
     if (name == "ColorButton") {
         return made<ColorButton>(
-            {swatch(false), swatch(true)}, [](ColorButton & /*button*/) {}, parent);
+            {swatch(false), swatch(true)}, [](ColorButton & /*one*/) {}, parent);
     }
     if (name == "FuncButton") {
         const QImage active = frame(StripedPicture::paintOther(kFrame), 0);
         return made<FuncButton>(
             {frame(StripedPicture::paint(kFrame), 0), active, active},
-            [&](FuncButton &button) {
-                button.setPixmap(StripedPicture::save(folder, kFrame),
-                                 StripedPicture::saveOther(folder, kFrame));
+            [&](FuncButton &one) {
+                one.setPixmap(StripedPicture::save(folder, kFrame),
+                              StripedPicture::saveOther(folder, kFrame));
             },
             parent, QString());
     }
@@ -117,8 +116,8 @@ ButtonSubject ButtonSubject::create(const QString &name, const QTemporaryDir &fo
     if (name == "SwitchButton") {
         return made<SwitchButton>(
             fourLooks + frames(StripedPicture::paintOther(kFour), {0, 1, 2}),
-            [&](SwitchButton &button) {
-                button.setPixmap(StripedPicture::saveOther(folder, kFour), four);
+            [&](SwitchButton &one) {
+                one.setPixmap(StripedPicture::saveOther(folder, kFour), four);
             },
             parent);
     }
