@@ -27,11 +27,20 @@ kern_return_t registerNotification(IONotificationPortRef port, const char *type,
                                             handler, nullptr, iterator);
 }
 
+// The name is deprecated since macOS 12, but the new one, for the same value, is unknown before.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+IONotificationPortRef makePort()
+{
+    return IONotificationPortCreate(kIOMasterPortDefault);
+}
+#pragma GCC diagnostic pop
+
 } // namespace
 
 int init_plug()
 {
-    IONotificationPortRef port = IONotificationPortCreate(kIOMasterPortDefault);
+    IONotificationPortRef port = makePort();
     CFRunLoopSourceRef source = IONotificationPortGetRunLoopSource(port);
 
     io_iterator_t added = 0;

@@ -22,7 +22,7 @@ using IOServiceMatchingCallback = void (*)(void *refCon, io_iterator_t iterator)
 
 constexpr kern_return_t KERN_SUCCESS = 0;
 constexpr kern_return_t KERN_INVALID_NAME = 15;
-constexpr mach_port_t kIOMasterPortDefault = 0;
+[[deprecated("since macOS 12")]] constexpr mach_port_t kIOMasterPortDefault = 0;
 
 #define kIOFirstMatchNotification "IOServiceFirstMatch"
 #define kIOTerminatedNotification "IOServiceTerminate"
