@@ -44,7 +44,7 @@ struct World
     int lastNumber = 0;
 };
 
-std::unique_ptr<World> world;
+std::unique_ptr<World> world = std::make_unique<World>();
 
 DoubleOwned<IOHIDDevice> retained(IOHIDDevice *device)
 {

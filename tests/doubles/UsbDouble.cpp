@@ -9,7 +9,7 @@
 #include <utility>
 
 std::mutex usbLock;
-std::unique_ptr<UsbWorld> usbWorld;
+std::unique_ptr<UsbWorld> usbWorld = std::make_unique<UsbWorld>();
 
 io_object_t UsbWorld::makeObject(bool isIterator)
 {
