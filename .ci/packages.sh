@@ -40,7 +40,7 @@ homebrew_packages=(cmake ninja pkg-config qt@5 hidapi)
 install_homebrew() {
     local package
     if ! command -v brew >/dev/null; then
-        echo "Homebrew is missing. It installs what FW Update is built with." >&2
+        echo "Homebrew is missing; install it first." >&2
         return 1
     fi
     for package in "${homebrew_packages[@]}"; do

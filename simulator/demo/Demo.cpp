@@ -18,9 +18,9 @@ namespace {
 
 constexpr QPoint kAside(520, 280);
 constexpr int kPatience = 30000;
-constexpr int kTimeOut = 90000; // the program's own comes before it
+constexpr int kTimeOut = 90000; // longer than the program's own
 
-/// An upgrade that takes as long as over a real line, and shows.
+/// Makes an upgrade about as slow as a real one, so that progress is visible.
 DeviceBehaviour behaviourWith(const QString &fault)
 {
     constexpr int kAnswerDelay = 25;
@@ -30,7 +30,7 @@ DeviceBehaviour behaviourWith(const QString &fault)
     return behaviour;
 }
 
-/// The simulated user in front of the program's window.
+/// The simulated user.
 class Watcher
 {
 public:
@@ -48,7 +48,7 @@ public:
         return waitUntil([this] { return isEnabled(); }, milliseconds);
     }
 
-    /// The text that comes after a click, or the tool's own words, which are not known here.
+    /// Waits for the status text after a click, or for an unknown one, which is the tool's.
     void waitForNews()
     {
         const auto isNews = [this] {
@@ -67,7 +67,7 @@ public:
         waitUntil(isUnderWay, kPatience);
     }
 
-    /// The text and the button are painted one after the other.
+    /// Waits for the last text, since the button is painted before it.
     void waitForLastText()
     {
         constexpr int kShortly = 1000;
@@ -83,7 +83,7 @@ public:
     void save(const QString &name) { m_user.look().save(m_pictures + '/' + name); }
 
 private:
-    /// Nothing is waited for once the program has ended.
+    /// Stops waiting if the program exits.
     bool waitUntil(const std::function<bool()> &condition, int milliseconds)
     {
         ScreenUser::waitUntil([&] { return condition() || !m_program.isRunning(); }, milliseconds);
@@ -111,7 +111,7 @@ Demo::Demo(const QString &folder, const QString &fault)
 
 QString Demo::help()
 {
-    return "  no-device            no device is plugged in\n"
+    return "  no-device            no device is connected\n"
            "  no-package           the firmware package is missing\n"
         + DeviceBehaviour::help();
 }
@@ -121,7 +121,7 @@ int Demo::playForPerson()
     if (!openProgram()) {
         return 1;
     }
-    say("click \"Start Upgrade\" in the window, and close it when you have seen enough");
+    say("click \"Start Upgrade\", and close the window when you are done");
     awaitEnd();
     if (!m_fault.isEmpty()) {
         say("demo: closed");
@@ -139,7 +139,7 @@ int Demo::playWithUser(const QString &pictures)
 {
     Watcher watcher(m_program, pictures);
     if (!openProgram() || !watcher.waitUntilEnabled(kPatience)) {
-        say("demo: the program did not show its window");
+        say("demo: the program's window did not appear");
         return 1;
     }
     watcher.save("idle.png");
@@ -152,7 +152,7 @@ int Demo::playWithUser(const QString &pictures)
     }
     watcher.save("running.png");
     if (!watcher.waitUntilEnabled(kTimeOut)) {
-        say("demo: the program did not come to an end of the upgrade");
+        say("demo: the upgrade did not finish");
         return 1;
     }
     watcher.waitForLastText();
@@ -175,7 +175,7 @@ void Demo::stop()
 
 bool Demo::isExpected(Outcome outcome) const
 {
-    constexpr int kProgramWaits = 2000; // for the device to come back
+    constexpr int kProgramWaits = 2000; // for the bootloader
     const DeviceBehaviour behaviour = behaviourWith(m_fault);
     if (m_fault == "no-device" || behaviour.openFails || behaviour.writeFails || !behaviour.returns
         || behaviour.returnAfter >= kProgramWaits) {
@@ -186,7 +186,7 @@ bool Demo::isExpected(Outcome outcome) const
         || (dropOut >= 0 && dropOut <= readPackage().firmware.size())) {
         return outcome == Outcome::ToolFailed;
     }
-    // A slower one than by default may outlast the program's patience.
+    // If the bootloader is slower than by default, the program may time out.
     const bool mayTimeOut = m_fault.startsWith("slow=");
     return outcome == Outcome::Success || (mayTimeOut && outcome == Outcome::ToolFailed);
 }
@@ -200,7 +200,7 @@ bool Demo::openProgram()
         m_device.startInApplication();
     }
     if (!m_program.start(m_folder + "/fw-update", {}, m_folder)) {
-        say("demo: " + m_folder + "/fw-update cannot be started");
+        say("demo: cannot start " + m_folder + "/fw-update");
         return false;
     }
     return true;
@@ -221,17 +221,17 @@ int Demo::verdict(Outcome outcome) const
         say("SHA-256 of the device's image:  " + Checksum::sha256(m_device.image()));
     }
     if (outcome == Outcome::Success && !isImageRight()) {
-        say("demo: the program reported success, but the image in the device is another one");
+        say("demo: the program reported success, but the device has a different image");
         return 1;
     }
     if (!isExpected(outcome)) {
-        say("demo: that is not what should have been seen");
+        say("demo: this is not the expected result");
         return 1;
     }
     if (outcome == Outcome::Success) {
         say("demo: upgraded, image verified");
     } else {
-        say("demo: failed as expected of \"" + m_fault + '"');
+        say("demo: failed as expected with fault \"" + m_fault + '"');
     }
     return 0;
 }

@@ -10,29 +10,29 @@
 
 #include <QStringList>
 
-/// Shows an upgrade of the simulated device by the program that ships, and tells each step.
+/// Shows the unmodified program upgrading the simulated device, and prints each step.
 ///
-/// Everything lies in one folder: the program, the tool and the package, as they are installed.
+/// As in an installation, the program, the tool and the package are in one folder.
 class Demo
 {
 public:
-    /// \a fault is the name of one, as help() lists them, or empty.
+    /// \a fault is the name of a fault from help(), or empty.
     Demo(const QString &folder, const QString &fault);
 
-    /// Whether there is a fault of this name; nothing may be played otherwise.
+    /// Whether the fault exists. If not, do not call the functions below.
     bool isValid() const { return m_isValid; }
 
-    /// Opens the program's window for a person to use; returns the exit code once it is closed.
+    /// Opens the program's window for the user. Returns the exit code once it is closed.
     int playForPerson();
 
-    /// Opens the program's window in front of a simulated user, saves idle.png, running.png and
-    /// finished.png into \a pictures, and returns the exit code. Needs a QApplication on X.
+    /// Opens the program's window for a simulated user, saves idle.png, running.png and
+    /// finished.png in \a pictures, and returns the exit code. Needs a QApplication on X.
     int playWithUser(const QString &pictures);
 
-    /// One line for each fault.
+    /// One line of help for each fault.
     static QString help();
 
-    /// Asks the program to end, and the demo with it.
+    /// Asks the program to exit, which ends the demo.
     void stop();
 
 private:
@@ -42,7 +42,7 @@ private:
     bool openProgram();
     void awaitEnd();
     int verdict(Outcome outcome) const;
-    DfuPackage readPackage() const; ///< Without firmware when there is none.
+    DfuPackage readPackage() const; ///< Without firmware if there is none.
     bool isImageRight() const;
 
     static void say(const QString &line);

@@ -12,7 +12,7 @@
 
 #include <utility>
 
-// Last, for its macros.
+// Last, because of its macros.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
@@ -37,7 +37,7 @@ bool isVisible(Display *display, Window window)
         && attributes.map_state == IsViewable;
 }
 
-/// The visible window with that title at or below \a window; a window manager may have wrapped it.
+/// The visible window with this title at or below \a window. Window managers reparent windows.
 Window findBelow(Display *display, Window window, const QString &title)
 {
     if (titleOf(display, window) == title && isVisible(display, window)) {
@@ -59,7 +59,7 @@ Window findBelow(Display *display, Window window, const QString &title)
     return found;
 }
 
-/// A window may vanish while it is looked at; that is no reason to end.
+/// Ignores errors, since a window may disappear at any time. Xlib would exit the process.
 int ignoreError(Display * /*display*/, XErrorEvent * /*event*/)
 {
     return 0;
@@ -82,7 +82,7 @@ ScreenUser::ScreenUser(QString title)
     , m_display(XOpenDisplay(nullptr))
 {
     if (m_display == nullptr) {
-        qFatal("there is no X server to look at");
+        qFatal("cannot connect to the X server");
     }
     XSetErrorHandler(ignoreError);
 }

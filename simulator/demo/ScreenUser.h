@@ -10,33 +10,33 @@
 
 #include <functional>
 
-// The library's own name.
+// Xlib's own name.
 struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
-/// A user in front of an X screen, who looks at one window and handles the mouse.
+/// A simulated user of an X screen, who looks at one window and uses the mouse.
 ///
-/// Works on any program's window through the X server alone. The own program must be a client of
-/// the same server (Qt's "xcb" platform). Positions are relative to the window's top left corner.
+/// Works with any program's window, through the X server. This process must be a client of the same
+/// server (Qt's "xcb" platform). Positions are relative to the top left corner of the window.
 class ScreenUser
 {
 public:
-    /// Whether there is an X server to look at.
+    /// Whether there is an X server.
     static bool canSee();
 
-    /// Looks at the window with this title, once it is there.
+    /// Uses the window with this title, once it exists.
     explicit ScreenUser(QString title);
     ~ScreenUser();
 
     ScreenUser(const ScreenUser &) = delete;
     ScreenUser &operator=(const ScreenUser &) = delete;
 
-    /// Whether the window is on the screen now.
+    /// Whether the window is visible.
     bool seesWindow();
 
-    /// Where on the screen it is; empty when it is not.
+    /// The geometry of the window on the screen; empty if it is not visible.
     QRect windowGeometry();
 
-    /// What the screen shows at its place; null when it is not there.
+    /// A screenshot of the window; null if it is not visible.
     QImage look();
 
     void movePointer(const QPoint &position);
@@ -45,11 +45,11 @@ public:
     void release();
     void click(const QPoint &position);
 
-    /// Presses at \a from and moves to \a to in steps, without releasing. Both are relative to
-    /// where the window is at the press.
+    /// Presses the button at \a from and moves to \a to in steps, without releasing it. Both are
+    /// relative to the window's position at the press.
     void drag(const QPoint &from, const QPoint &to);
 
-    /// Waits until \a condition holds, at most \a milliseconds; returns whether it came to hold.
+    /// Waits until \a condition is true, at most \a milliseconds. Returns whether it is true.
     static bool waitUntil(const std::function<bool()> &condition, int milliseconds);
 
 private:

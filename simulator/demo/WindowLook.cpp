@@ -13,7 +13,7 @@ constexpr QRect kStatusArea(35, 100, 430, 30);
 constexpr QRect kProgressArea(35, 150, 430, 30);
 constexpr QRect kUpgradeArea(170, 200, 160, 36);
 
-/// What the program's status line looks like with \a text.
+/// Draws the program's status line with \a text.
 QImage drawStatus(const QString &text)
 {
     QWidget window;
@@ -34,10 +34,10 @@ QImage drawStatus(const QString &text)
     return image;
 }
 
-/// How many pixels of two pictures of the same size clearly differ.
+/// The number of pixels that clearly differ between two pictures of the same size.
 int difference(const QImage &one, const QImage &other)
 {
-    constexpr int kClearly = 48; // glyph edges are smoothed differently on some screens
+    constexpr int kClearly = 48; // some screens anti-alias glyphs differently
     int count = 0;
     for (int y = 0; y < one.height(); ++y) {
         for (int x = 0; x < one.width(); ++x) {
@@ -81,7 +81,7 @@ int WindowLook::progress(const QImage &window)
 
 bool WindowLook::isUpgradeEnabled(const QImage &window)
 {
-    constexpr int kBetween = 192; // a white caption or a grey one
+    constexpr int kBetween = 192; // between a white and a grey caption
     int brightest = 0;
     if (window.isNull()) {
         return false;

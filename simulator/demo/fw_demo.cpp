@@ -24,7 +24,7 @@ bool isGiven(const char *option, int argc, char **argv)
                        [option](const char *given) { return qstrcmp(given, option) == 0; });
 }
 
-/// Only a simulated user looks at the screen; beside a person's window this process needs none.
+/// Only the simulated user needs access to the screen.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
 {
     if (isGiven("--pictures", argc, argv)) {
@@ -40,19 +40,21 @@ int main(int argc, char *argv[])
     if (isGiven("--can-see", argc, argv)) {
         return ScreenUser::canSee() ? 0 : 1;
     }
-    // What the simulated user expects to read is drawn as the program draws it.
+    // The simulated user recognises texts by drawing them with the program's settings.
     Desktop desktop;
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
-    desktop.restoreEnvironment(); // the program finds what it would without the demo
+    desktop.restoreEnvironment(); // the program must not inherit the settings
 
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
                                      + Demo::help().trimmed());
     parser.addHelpOption();
-    parser.addOptions({{"fault", "Shows what a fault does.", "NAME[=VALUE]"},
-                       {"can-see", "Only tells by the exit code whether there is a display."},
-                       {"pictures", "Clicks for itself, and saves pictures here.", "FOLDER"}});
-    parser.addPositionalArgument("FOLDER", "Where program, tool and package lie.");
+    parser.addOptions(
+        {{"fault", "Simulates a fault.", "NAME[=VALUE]"},
+         {"can-see", "Only sets the exit status: 0 if there is a display."},
+         {"pictures", "Clicks by itself and saves screenshots in FOLDER.", "FOLDER"}});
+    parser.addPositionalArgument("FOLDER",
+                                 "The folder with the program, the tool and the package.");
     parser.process(*application);
     if (parser.positionalArguments().size() != 1) {
         parser.showHelp(kUsageError);
@@ -60,8 +62,8 @@ int main(int argc, char *argv[])
 
     Demo demo(parser.positionalArguments().constFirst(), parser.value("fault"));
     if (!demo.isValid()) {
-        QTextStream(stderr) << "demo: there is no fault \"" << parser.value("fault")
-                            << "\", --help lists them\n";
+        QTextStream(stderr) << "demo: unknown fault \"" << parser.value("fault")
+                            << "\", see --help\n";
         return kUsageError;
     }
     TerminationWatch termination;

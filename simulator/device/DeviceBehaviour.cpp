@@ -10,7 +10,7 @@ namespace {
 struct Fault
 {
     const char *name;
-    int defaultValue; ///< -1 when it takes none
+    int defaultValue; ///< -1 if the fault has no value
     const char *explanation;
     void (*apply)(DeviceBehaviour &behaviour, int value);
 };
@@ -18,28 +18,28 @@ struct Fault
 const QList<Fault> &faults()
 {
     static const QList<Fault> list = {
-        {"never-return", -1, "does not come back after the report",
+        {"never-return", -1, "the device does not restart into its bootloader",
          [](DeviceBehaviour &behaviour, int) {
              behaviour.returns = false;
          }},
-        {"late-return", 2500, "comes back after so many milliseconds, too late",
+        {"late-return", 2500, "the bootloader appears after VALUE milliseconds, too late",
          [](DeviceBehaviour &behaviour, int value) {
              behaviour.returnAfter = value;
          }},
-        {"several-ports", -1, "comes back with three ports, two of them of no use",
+        {"several-ports", -1, "the bootloader has three ports, and only one of them works",
          [](DeviceBehaviour &behaviour, int) {
              behaviour.ports << "/dev/cu.usbmodem14203"
                              << "/dev/cu.usbmodem14205";
          }},
-        {"open-fails", -1, "its HID interfaces cannot be opened",
+        {"open-fails", -1, "the HID interfaces cannot be opened",
          [](DeviceBehaviour &behaviour, int) {
              behaviour.openFails = true;
          }},
-        {"write-fails", -1, "the report to its HID interface is lost",
+        {"write-fails", -1, "the report to the HID interface is lost",
          [](DeviceBehaviour &behaviour, int) {
              behaviour.writeFails = true;
          }},
-        {"drop-out", 60000, "its cable is pulled after so many bytes of the image",
+        {"drop-out", 60000, "the cable is pulled after VALUE bytes of the image",
          [](DeviceBehaviour &behaviour, int value) {
              behaviour.dropOutAfter = value;
          }},
@@ -47,11 +47,11 @@ const QList<Fault> &faults()
          [](DeviceBehaviour &behaviour, int) {
              behaviour.wrongCrc = true;
          }},
-        {"slow", 60, "the bootloader takes so many milliseconds for each answer",
+        {"slow", 60, "the bootloader takes VALUE milliseconds for each response",
          [](DeviceBehaviour &behaviour, int value) {
              behaviour.answerDelay = value;
          }},
-        {"silent", -1, "the bootloader never answers",
+        {"silent", -1, "the bootloader never responds",
          [](DeviceBehaviour &behaviour, int) {
              behaviour.silent = true;
          }},

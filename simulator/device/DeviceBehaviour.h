@@ -6,28 +6,28 @@
 #include <QString>
 #include <QStringList>
 
-/// How a simulated device behaves: as a sound one does, or with faults.
+/// The behaviour of a simulated device, with or without faults.
 class DeviceBehaviour
 {
 public:
-    /// How long the device is away between application and bootloader, in milliseconds.
+    /// The duration of the restart into the bootloader, in milliseconds.
     int returnAfter = 1000;
     bool returns = true;
-    QStringList ports = {"/dev/cu.usbmodem14201"}; ///< The bootloader answers on the first one.
+    QStringList ports = {"/dev/cu.usbmodem14201"}; ///< The bootloader uses the first one.
     bool openFails = false; ///< Its HID interfaces cannot be opened.
     bool writeFails = false; ///< Writing to its HID interfaces fails.
-    qint64 dropOutAfter = -1; ///< Bytes of the image after which its cable is pulled, or -1.
+    qint64 dropOutAfter = -1; ///< Pulls the cable after this number of bytes; never if -1.
     bool wrongCrc = false; ///< The bootloader reports wrong checksums.
-    int answerDelay = 0; ///< Milliseconds that the bootloader takes for each answer.
-    bool silent = false; ///< The bootloader never answers.
+    int answerDelay = 0; ///< The bootloader's delay before each response, in milliseconds.
+    bool silent = false; ///< The bootloader never responds.
 
-    /// Adds the fault of the given name, or "name=value" for one with a number. Returns whether
-    /// there is such a fault.
+    /// Adds the fault with the given name, or "name=value" for one with a number. Returns whether
+    /// the fault exists.
     bool addFault(const QString &fault);
 
     /// The names of all faults.
     static QStringList faultNames();
 
-    /// One line for each fault: its name and what it does.
+    /// One line of help for each fault.
     static QString help();
 };

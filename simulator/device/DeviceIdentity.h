@@ -8,14 +8,14 @@
 #include <QByteArray>
 #include <QString>
 
-/// By what programs recognise the device that FW Update upgrades, and what they send it.
+/// The ids and reports of the device that FW Update upgrades.
 struct DeviceIdentity
 {
     int vendorId = 0x7F3C;
-    int applicationId = 0x0C51; ///< The product while its application runs.
-    int bootloaderId = 0x0C52; ///< The product while its bootloader runs.
+    int applicationId = 0x0C51; ///< The product id while the application runs.
+    int bootloaderId = 0x0C52; ///< The product id while the bootloader runs.
     QString serialNumber = "0001";
-    int usagePage = 0xFF31; ///< Of its HID interface beside the keyboard.
+    int usagePage = 0xFF31; ///< The usage page of the second HID interface.
     int usage = 0x74;
 
     static constexpr int kReportSize = 64;

@@ -97,7 +97,7 @@ void SimulatedDevice::takeReport(const QString &node, const QByteArray &bytes)
         return;
     }
     leave();
-    emit happened("the device left to restart into its bootloader");
+    emit happened("the device restarts into its bootloader");
     m_next = State::Bootloader;
     if (m_behaviour.returns) {
         m_returnTimer->start(m_behaviour.returnAfter);
@@ -133,13 +133,13 @@ void SimulatedDevice::readPort()
 
 void SimulatedDevice::restartWhenHeard()
 {
-    // The last answer has to reach the tool before the port goes away under it.
+    // The last response must reach the tool before the port disappears.
     if (!m_testbed.isHeard(m_behaviour.ports.first())) {
         return;
     }
     m_restartTimer->stop();
     leave();
-    emit happened("the device left to restart into its application");
+    emit happened("the device restarts into its application");
     m_next = State::Application;
     m_returnTimer->start(qMin(m_behaviour.returnAfter, 1000));
 }
@@ -157,13 +157,13 @@ void SimulatedDevice::leave()
 
 void SimulatedDevice::answer(const QByteArray &bytes)
 {
-    // It stays finished until the next upgrade has begun to write.
+    // The bootloader stays finished until the next upgrade writes to it.
     const bool wasFinished = m_bootloader.isFinished();
     const QByteArray answer = m_bootloader.receive(bytes);
     const qint64 received = m_bootloader.imageBytesReceived();
     tellProgress();
     if (m_behaviour.dropOutAfter >= 0 && received >= m_behaviour.dropOutAfter) {
-        // Later, because what has called this must not go meanwhile.
+        // Deferred, since it deletes the notifier that called this function.
         QTimer::singleShot(0, m_portNotifier.get(), [this, received] {
             emit happened(QString("the cable was pulled after %1 bytes").arg(received));
             unplug();
@@ -173,7 +173,7 @@ void SimulatedDevice::answer(const QByteArray &bytes)
     const int port = m_testbed.portDescriptor(m_behaviour.ports.first());
     if (::write(port, answer.constData(), static_cast<std::size_t>(answer.size()))
         != answer.size()) {
-        emit happened("an answer was lost, nobody reads the port");
+        emit happened("a response was lost, since no program reads the port");
     }
     if (m_bootloader.isFinished() && !wasFinished) {
         m_image = m_bootloader.image();

@@ -15,45 +15,45 @@
 class QSocketNotifier;
 class QTimer;
 
-/// The device that the program upgrades, played in a testbed.
+/// The device that the program upgrades, simulated in a testbed.
 ///
-/// In its application it has a keyboard interface and one with the vendor's own usage. On the
-/// report 0xAA 0xBB it leaves, and comes back after a while as a serial port behind which its
-/// bootloader speaks. With a whole image in it, it restarts into its application.
+/// Its application has a keyboard interface and one with the vendor's usage. On the report 0xAA
+/// 0xBB the device disconnects and returns after a while as a serial port of its bootloader. Once
+/// it has received a whole image, it restarts into its application.
 ///
-/// It needs a running event loop and lives in that loop's thread, as does its testbed.
+/// Needs a running event loop. The device and its testbed belong to that loop's thread.
 class SimulatedDevice : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What programs can see of it.
+    /// What programs see of the device.
     enum class State { Absent, Application, Bootloader };
 
-    /// \a testbed is not owned and has to live longer. The device starts absent.
+    /// \a testbed is not owned and must outlive the device. The device is not plugged in yet.
     SimulatedDevice(Testbed &testbed, const DeviceBehaviour &behaviour, QObject *parent = nullptr);
     ~SimulatedDevice() override;
 
-    /// Plugs it in, with its application running or with its bootloader.
+    /// Plugs it in, running its application or its bootloader.
     void startInApplication();
     void startInBootloader();
 
-    /// Pulls its cable.
+    /// Pulls the cable.
     void unplug();
 
     State state() const { return m_state; }
 
-    /// Whether it is about to change its state by itself.
+    /// Whether it is restarting.
     bool isRestarting() const;
 
-    /// Each report that one of its HID interfaces has received, in their order.
+    /// All reports that its HID interfaces have received, in order.
     QList<QByteArray> reports() const { return m_reports; }
 
-    /// The image that was flashed into it last; empty when there is none.
+    /// The last image that it has accepted; empty if there is none.
     QByteArray image() const { return m_image; }
 
 signals:
-    /// Tells an onlooker what happens, one plain sentence each, at the time when it does.
+    /// Emitted for each event, with a short description.
     void happened(const QString &event);
 
 private slots:
@@ -71,7 +71,7 @@ private:
     const DeviceBehaviour m_behaviour;
     const DeviceIdentity m_identity;
     State m_state = State::Absent;
-    State m_next = State::Application; ///< What it comes back as.
+    State m_next = State::Application; ///< Its state after the restart.
     QString m_usbPath;
     QString m_triggerNode;
     QList<QByteArray> m_reports;

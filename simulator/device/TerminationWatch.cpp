@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 
-// The handler's end and the notifier's end. Blocking the signals and reading them from a
-// descriptor would be shorter, but children inherit blocked signals.
+// The handler's end and the notifier's end. A signal descriptor would be shorter, but needs blocked
+// signals, which child processes inherit.
 std::array<int, 2> pipeEnds = {-1, -1};
 
 void wake(int /*signal*/)
@@ -38,7 +38,7 @@ TerminationWatch::TerminationWatch(QObject *parent)
     : QObject(parent)
 {
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        qFatal("cannot make a pipe");
+        qFatal("cannot create a pipe");
     }
     auto *const notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {

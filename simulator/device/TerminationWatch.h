@@ -5,9 +5,9 @@
 
 #include <QObject>
 
-/// Turns the signals that ask a process to end into a Qt signal, so that it can clean up first.
+/// Converts the signals that terminate a process to a Qt signal, so that it can clean up first.
 ///
-/// There can be one in a process. Child processes are ended by these signals as ever.
+/// Only one may exist in a process. The signals still terminate child processes.
 class TerminationWatch : public QObject
 {
     Q_OBJECT

@@ -37,24 +37,24 @@ Options parse(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        "Starts a program among simulated devices and plays the device that FW Update upgrades.\n"
-        "Prints a line for each thing that happens to the device, and exits as the program did\n"
-        "once it and all that it left running have ended.\n\nFaults:\n"
+        "Starts a program with simulated devices, including the device that FW Update upgrades.\n"
+        "Prints a line for each event of the device. Exits with the program's exit status, once\n"
+        "the program and all its child processes have exited.\n\nFaults:\n"
         + DeviceBehaviour::help().trimmed().prepend("  "));
     parser.addHelpOption();
-    parser.addPositionalArgument("program", "What to start, and its arguments.", "-- PROGRAM …");
+    parser.addPositionalArgument("program", "The program and its arguments.", "-- PROGRAM …");
     parser.addOptions(
-        {{"fault", "A fault that the device shall have; may be repeated.", "NAME[=VALUE]"},
-         {"start", "What the device begins as: application, bootloader or absent.", "STATE",
+        {{"fault", "Simulates a fault. Can be repeated.", "NAME[=VALUE]"},
+         {"start", "The initial state of the device: application, bootloader or absent.", "STATE",
           "application"},
-         {"port", "The node of its bootloader's serial port.", "NODE"},
-         {"return-after", "How long the device takes to come back.", "MS"}});
+         {"port", "The node of the bootloader's serial port.", "NODE"},
+         {"return-after", "The duration of the restart into the bootloader.", "MS"}});
     parser.process(application);
 
     Options options;
     options.start = parser.value("start");
     if (!QStringList{"application", "bootloader", "absent"}.contains(options.start)) {
-        fail("a device cannot start as \"" + options.start + "\"");
+        fail("unknown state \"" + options.start + "\"");
     }
     if (parser.isSet("port")) {
         options.behaviour.ports = QStringList(parser.value("port"));
@@ -63,23 +63,23 @@ Options parse(const QCoreApplication &application)
         bool isNumber = false;
         options.behaviour.returnAfter = parser.value("return-after").toInt(&isNumber);
         if (!isNumber || options.behaviour.returnAfter < 0) {
-            fail("--return-after takes milliseconds");
+            fail("--return-after needs a number of milliseconds");
         }
     }
     const QStringList faults = parser.values("fault");
     for (const QString &fault : faults) {
         if (!options.behaviour.addFault(fault)) {
-            fail("there is no fault \"" + fault + "\", --help lists them");
+            fail("unknown fault \"" + fault + "\", see --help");
         }
     }
     options.program = parser.positionalArguments();
     if (options.program.isEmpty()) {
-        fail("no program is given, --help says how");
+        fail("no program given, see --help");
     }
     return options;
 }
 
-/// The device may still be on its way back into its application when the last program ends.
+/// Waits for the device, which may still be restarting when the last process exits.
 void quitWhenSettled(const SimulatedDevice &device, int exitCode)
 {
     constexpr int kLookEach = 20;

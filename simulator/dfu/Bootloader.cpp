@@ -71,7 +71,7 @@ QByteArray Bootloader::receive(const QByteArray &bytes)
     QByteArray answers;
     for (const QByteArray &request : m_slip.decode(bytes)) {
         const auto opcode = static_cast<quint8>(request.at(0));
-        // A terminal that echoes must not make the device talk to itself.
+        // The echo of a terminal, which must not cause a response.
         if (opcode == Response) {
             continue;
         }
@@ -230,7 +230,7 @@ QByteArray Bootloader::checksum() const
 QByteArray Bootloader::execute()
 {
     const Transfer &transfer = current();
-    // A host that resumes cannot know whether its last execute arrived, so it may come twice.
+    // A host that resumes does not know whether its last execute arrived, and may repeat it.
     if (transfer.executedSize > 0 && transfer.bytes.size() == transfer.executedSize) {
         return result(Success);
     }

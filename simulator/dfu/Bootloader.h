@@ -8,9 +8,9 @@
 
 #include <QByteArray>
 
-/// The simulated device's bootloader, without any line of its own: bytes in, bytes out.
+/// The simulated device's bootloader. It does no I/O itself.
 ///
-/// Whatever the bytes, they are answered or ignored, and memory stays within kMaxImageSize plus a
+/// It responds to any bytes or ignores them, and needs at most kMaxImageSize bytes of memory plus a
 /// few kilobytes.
 class Bootloader
 {
@@ -19,36 +19,36 @@ public:
     static constexpr int kMaxDataSize = 4096;
     static constexpr int kMaxImageSize = 0xC0000;
     static constexpr int kMaxWriteSize = 1024;
-    /// Every byte of a frame may need an escape; opcode and end mark come on top.
+    /// Each byte and the opcode may need an escape. The end mark is one more byte.
     static constexpr int kMtu = 2 * (kMaxWriteSize + 1) + 1;
     static constexpr quint32 kHardwareVersion = 52;
 
     Bootloader();
 
-    /// Takes the raw \a bytes that the host sent, cut anywhere, and returns the raw bytes to
-    /// answer.
+    /// Takes the next raw \a bytes from the host, in chunks of any size, and returns the raw bytes
+    /// of the response.
     ///
-    /// The device leaves its bootloader when isFinished() has become true, but the answer returned
-    /// then is the host's proof of success and has to reach it first.
+    /// Once isFinished() is true, the device leaves its bootloader. The last response must reach
+    /// the host first, since it confirms the success.
     QByteArray receive(const QByteArray &bytes);
 
-    /// Whether an image was received whole, matched its init packet's hash and was executed.
-    /// Stays true, with that image, until a host begins another one.
+    /// Whether a whole image was received, matched the hash in its init packet and was executed.
+    /// Stays true until a host starts another transfer.
     bool isFinished() const { return m_finished; }
 
-    /// The image that was accepted; empty while isFinished() is false.
+    /// The accepted image; empty while isFinished() is false.
     QByteArray image() const { return m_image; }
 
-    /// The init packet that was accepted; empty while there is none.
+    /// The accepted init packet; empty if there is none.
     QByteArray initPacket() const { return m_initPacket; }
 
-    /// Bytes of the image that have arrived and were not discarded, verified or not.
+    /// The number of bytes of the image that have arrived and were not discarded.
     qint64 imageBytesReceived() const { return m_finished ? m_image.size() : m_data.bytes.size(); }
 
-    /// The power fails and returns: everything unfinished is forgotten.
+    /// Discards unfinished transfers, as after a power failure.
     void reset();
 
-    /// Every checksum reported from now on is wrong (\a wrong) or right again.
+    /// Sets whether all reported checksums are wrong.
     void setWrongCrc(bool wrong) { m_wrongCrc = wrong; }
 
 private:
@@ -57,9 +57,9 @@ private:
     {
         QByteArray bytes;
         quint32 crc = 0;
-        int executedSize = 0; ///< everything behind it is discarded by the next create
+        int executedSize = 0; ///< the next create discards everything after it
         quint32 executedCrc = 0;
-        int objectEnd = 0; ///< size of bytes when the current object is complete
+        int objectEnd = 0; ///< the size of bytes once the current object is complete
     };
 
     QByteArray respond(const QByteArray &request);
@@ -88,9 +88,9 @@ private:
     QByteArray m_initPacket;
     QByteArray m_image;
     bool m_finished = false;
-    int m_expectedSize = 0; ///< of the image, by the accepted init packet
+    int m_expectedSize = 0; ///< the size of the image in the accepted init packet
     QByteArray m_expectedHash;
-    quint32 m_firmwareVersion = 0; ///< of the accepted init packet
+    quint32 m_firmwareVersion = 0; ///< the version in the accepted init packet
     quint32 m_installedVersion = 0;
     bool m_wrongCrc = false;
 };

@@ -5,16 +5,16 @@
 
 #include <QByteArray>
 
-/// Checksums of what host and device hold: a CRC-32 during the transfer, a hash of the whole.
+/// Checksums of transferred data: a CRC-32 during the transfer, and a hash of the image.
 namespace Checksum {
 
-/// The CRC of everything so far and \a bytes, where \a crc is the one of everything so far.
+/// Extends \a crc, the CRC of the previous bytes, by \a bytes.
 quint32 extended(quint32 crc, const QByteArray &bytes);
 
-/// The CRC of the first \a size bytes of \a bytes, which must have as many.
+/// The CRC of the first \a size bytes. There must be as many.
 quint32 ofFirst(int size, const QByteArray &bytes);
 
-/// The SHA-256 of \a bytes in hexadecimal digits.
+/// The SHA-256 of \a bytes as hexadecimal digits.
 QByteArray sha256(const QByteArray &bytes);
 
 } // namespace Checksum

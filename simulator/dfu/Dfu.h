@@ -5,24 +5,25 @@
 
 #include <QtGlobal>
 
-/// The serial DFU protocol, as host and bootloader speak it.
+/// The codes of the serial DFU protocol.
 ///
-/// A request is its opcode and its arguments, a response the mark 0x60, the opcode, a Result and a
-/// payload; all numbers are little-endian and each is one Slip frame. Two kinds of objects are
-/// created, written, checked and executed: first the command object, an init packet that describes
-/// the image, then data objects, the image piece by piece.
+/// A request consists of an opcode and its arguments. A response consists of the mark 0x60, the
+/// opcode, a Result and a payload. Each is one Slip frame; numbers are little-endian.
+///
+/// The host creates, writes, checks and executes objects of two types: first the command object, an
+/// init packet that describes the image, then data objects, which contain the parts of the image.
 namespace Dfu {
 
 enum Opcode : quint8 {
     CreateObject = 0x01, ///< type (u8), size (u32)
     SetReceiptNotification = 0x02, ///< writes per receipt (u16), 0 for none
-    CalculateChecksum = 0x03, ///< answers offset (u32), crc (u32)
+    CalculateChecksum = 0x03, ///< responds offset (u32), crc (u32)
     Execute = 0x04,
-    SelectObject = 0x06, ///< type (u8); answers greatest size, offset, crc (u32 each)
-    GetMtu = 0x07, ///< answers the longest encoded frame (u16)
-    WriteObject = 0x08, ///< bytes; answered only by a failure or by a receipt (a checksum)
-    Ping = 0x09, ///< id (u8); answers the id
-    Abort = 0x0C, ///< forgets what is not finished
+    SelectObject = 0x06, ///< type (u8); responds maximum size, offset, crc (u32 each)
+    GetMtu = 0x07, ///< responds the maximum size of an encoded frame (u16)
+    WriteObject = 0x08, ///< bytes; responds only with an error or a receipt (a checksum)
+    Ping = 0x09, ///< id (u8); responds the id
+    Abort = 0x0C, ///< discards unfinished transfers
     Response = 0x60
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kChecksumSize = 8;
 
-/// What the device was asked to do.
+/// The request, for error messages.
 QString requestText(quint8 opcode)
 {
     switch (opcode) {
@@ -92,7 +92,7 @@ bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)
     if (initPacket.isEmpty() || firmware.isEmpty()) {
         return fail("The package is empty");
     }
-    // The lone end mark closes a frame that an earlier program may have left half-sent.
+    // A single end mark terminates a frame that an earlier program may have left unfinished.
     if (!m_port.open() || !m_port.send({}, QDeadlineTimer(m_timeout))) {
         return fail(m_port.errorString());
     }
@@ -124,7 +124,7 @@ bool DfuClient::handshake()
         || !request(Dfu::GetMtu, {}, sizeof(quint16), &payload)) {
         return false;
     }
-    // Half of the line is kept free for escapes; opcode and end mark need room as well.
+    // Leaves half of the frame for escapes, and room for the opcode and the end mark.
     m_writeSize = (LittleEndian::number<quint16>(payload) - 1) / 2 - 1;
     return m_writeSize > 0 || fail("The device takes no data");
 }
@@ -155,7 +155,7 @@ bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &fir
             return false;
         }
     } else if (position.offset > 0 && !sendInitPacket(initPacket)) {
-        // The device held something else; a new init packet makes it forget that.
+        // The device has other data, which a new init packet discards.
         return false;
     }
     while (offset < firmware.size()) {
@@ -245,7 +245,7 @@ bool DfuClient::awaitAnswer(Dfu::Opcode opcode, int payloadSize, QByteArray *pay
         const bool complete
             = answer.size() >= 3 && static_cast<quint8>(answer.at(0)) == Dfu::Response;
         const auto answered = complete ? static_cast<quint8>(answer.at(1)) : quint8(0);
-        // A write is answered only when it fails, and whatever is awaited then never comes.
+        // Only a failed write gets a response. The response to this request will not arrive then.
         if (answered != opcode && answered != Dfu::WriteObject) {
             continue;
         }

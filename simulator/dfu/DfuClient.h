@@ -11,27 +11,27 @@
 
 /// The host's side of serial DFU, over an open terminal.
 ///
-/// Every call blocks until its outcome is known; no request waits longer than the time limit.
-/// One object serves one terminal and one thread.
+/// Calls block until their result is known. No request waits longer than the time limit. Use an
+/// object for one terminal and in one thread only.
 class DfuClient
 {
 public:
-    /// Talks over \a fd, which stays the caller's to close and has to be open for both directions.
+    /// Uses \a fd, which must be open for reading and writing. The caller closes it.
     explicit DfuClient(int fd);
 
-    /// How long the device may take for one answer, or for taking the bytes of one request.
+    /// Sets the time limit for one response, and for sending one request.
     void setTimeout(int milliseconds) { m_timeout = milliseconds; }
 
-    /// The device acknowledges every \a writes writes; 0 asks for no receipts.
+    /// Requests a receipt after each \a writes writes; 0 for none.
     void setReceiptInterval(quint16 writes) { m_receiptInterval = writes; }
 
-    /// Brings \a firmware, described by \a initPacket, into the device.
+    /// Writes \a firmware, described by \a initPacket, to the device.
     ///
-    /// Goes on where an earlier attempt with the same package was interrupted. The terminal is in
-    /// raw mode afterwards. On failure returns false, and errorString() says why.
+    /// Resumes an interrupted transfer of the same package. Leaves the terminal in raw mode.
+    /// Returns false on failure; errorString() gives the reason.
     bool flash(const QByteArray &initPacket, const QByteArray &firmware);
 
-    /// Why the last flash() failed, as one line; empty after a success.
+    /// The reason why the last flash() failed, in one line; empty after a success.
     QString errorString() const { return m_error; }
 
 private:

@@ -25,7 +25,7 @@ constexpr auto kManifest = "manifest.json";
 constexpr auto kInitPacketFile = "firmware.dat";
 constexpr auto kFirmwareFile = "firmware.bin";
 
-// Larger entries are refused before they are unpacked, so that a small zip cannot fill the memory.
+// Larger files are rejected before unpacking, so that a small ZIP file cannot exhaust the memory.
 constexpr zip_uint64_t kMaxEntrySize = 16UL * 1024 * 1024;
 
 using ReadableZip = std::unique_ptr<zip_t, decltype(&zip_discard)>;
@@ -41,7 +41,7 @@ std::optional<QByteArray> unpack(zip_t *zip, zip_uint64_t index, zip_uint64_t si
     if (zip_fread(entry.get(), bytes.data(), size) != static_cast<zip_int64_t>(size)) {
         return std::nullopt;
     }
-    // The checksum is only compared when the end has been seen.
+    // libzip compares the checksum at the end of the file only.
     char beyond = 0;
     return zip_fread(entry.get(), &beyond, 1) == 0 ? std::optional(bytes) : std::nullopt;
 }
@@ -87,7 +87,7 @@ DfuPackage::Error readFiles(zip_t *zip, DfuPackage *package)
     return readEntry(zip, firmwareName, Error::NoFirmware, &package->firmware);
 }
 
-/// \a bytes must outlive the zip.
+/// \a bytes must outlive \a zip.
 bool addEntry(zip_t *zip, const char *name, const QByteArray &bytes)
 {
     zip_source_t *source
@@ -100,7 +100,7 @@ bool addEntry(zip_t *zip, const char *name, const QByteArray &bytes)
         zip_source_free(source);
         return false;
     }
-    // A zip made twice is the same twice.
+    // A fixed time makes the file reproducible.
     constexpr zip_uint16_t kFirstJanuary1980 = 0x0021;
     return zip_file_set_dostime(zip, static_cast<zip_uint64_t>(index), 0, kFirstJanuary1980, 0)
         == 0;
@@ -168,7 +168,7 @@ DfuPackage::Error DfuPackage::write(const QString &path) const
         || !addEntry(zip.get(), kFirmwareFile, firmware) || zip_close(zip.get()) != 0) {
         return Error::NotWritable;
     }
-    // Closing has freed it.
+    // zip_close() has freed it.
     static_cast<void>(zip.release());
     return Error::None;
 }

@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// A firmware package: a zip of a manifest, an init packet (.dat) and a firmware image (.bin).
+/// A firmware package: a ZIP file with a manifest, an init packet (.dat) and an image (.bin).
 struct DfuPackage
 {
     enum class Error {
@@ -14,29 +14,29 @@ struct DfuPackage
         Missing, ///< no such file, or not readable
         NotAZip,
         NoManifest,
-        BadManifest, ///< not JSON, or it names no application
-        NoInitPacket, ///< the manifest names one that is not in the zip
+        BadManifest, ///< not JSON, or without an application
+        NoInitPacket, ///< the init packet in the manifest is not in the ZIP file
         NoFirmware,
-        Damaged, ///< a file inside cannot be unpacked, or is larger than any device takes
+        Damaged, ///< a file in it cannot be unpacked or is too large
         NotWritable
     };
 
     QByteArray initPacket;
     QByteArray firmware;
 
-    /// The package that brings \a firmware into the simulated device.
+    /// A package with \a firmware for the simulated device.
     static DfuPackage forFirmware(const QByteArray &firmware);
 
-    /// The same for \a size pseudo-random bytes, which depend on the \a seed and on nothing else.
+    /// The same for \a size pseudo-random bytes, which depend on the \a seed only.
     static DfuPackage generate(int size, quint32 seed = 1);
 
-    /// Replaces this package by the one in the file at \a path. Changes nothing on failure.
+    /// Reads the package from the file at \a path. Changes nothing on failure.
     Error read(const QString &path);
 
-    /// Writes this package to the file at \a path, always in the same bytes for the same package.
-    /// A file that is there already is replaced, but only on success.
+    /// Writes the package to the file at \a path. The same package always gives the same bytes. An
+    /// existing file is replaced only on success.
     Error write(const QString &path) const;
 
-    /// One line for a person to read, without a file name.
+    /// A one-line message, without a file name.
     static QString errorText(Error error);
 };

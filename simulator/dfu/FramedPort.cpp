@@ -50,7 +50,7 @@ bool FramedPort::open()
     if (flags < 0 || fcntl(m_fd, F_SETFL, flags | O_NONBLOCK) != 0) {
         return fail(systemError("The port cannot be set up"));
     }
-    // Answers that an earlier program did not wait for; frames would survive being mixed up too.
+    // Discards responses to an earlier program.
     tcflush(m_fd, TCIOFLUSH);
     m_slip.reset();
     m_frames.clear();
@@ -75,7 +75,7 @@ bool FramedPort::send(const QByteArray &frame, QDeadlineTimer deadline)
 
 bool FramedPort::receive(QByteArray *frame, QDeadlineTimer deadline)
 {
-    // Checked first: a device that never stops talking must not be listened to for ever.
+    // Checked first, in case a device never stops sending.
     if (deadline.hasExpired()) {
         return fail(kNoAnswer);
     }
@@ -98,7 +98,7 @@ bool FramedPort::waitFor(short events, QDeadlineTimer deadline, const char *time
     if (ready < 0) {
         return fail(systemError("The port cannot be waited for"));
     }
-    // A port that has gone is ready as well; what is done with it next fails.
+    // A port that has disappeared is ready as well. The next operation on it fails.
     return ready > 0 || fail(timeoutError);
 }
 

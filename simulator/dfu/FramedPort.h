@@ -10,25 +10,25 @@
 #include <QString>
 #include <QVector>
 
-/// Whole frames over an open terminal, each with a time limit.
+/// Sends and receives frames over an open terminal, with time limits.
 ///
-/// A call that fails returns false, and errorString() says why. One thread at a time.
+/// Functions return false on failure; errorString() gives the reason. Not thread-safe.
 class FramedPort
 {
 public:
-    /// Uses \a fd, which stays the caller's to close.
+    /// Uses \a fd, which the caller closes.
     explicit FramedPort(int fd);
 
-    /// Puts the terminal into raw, non-blocking mode and discards what was in it.
+    /// Puts the terminal into raw, non-blocking mode and discards pending data.
     bool open();
 
-    /// Writes \a frame out, unless \a deadline comes first.
+    /// Writes \a frame, at the latest until \a deadline.
     bool send(const QByteArray &frame, QDeadlineTimer deadline);
 
     /// Waits for the next frame until \a deadline.
     bool receive(QByteArray *frame, QDeadlineTimer deadline);
 
-    /// Why the last call failed, as one line.
+    /// The reason why the last call failed, in one line.
     QString errorString() const { return m_error; }
 
 private:

@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QtEndian>
 
-/// Numbers as they stand in requests and answers.
+/// The number format in requests and responses.
 namespace LittleEndian {
 
 /// The bytes of \a number, least significant first.
@@ -17,7 +17,7 @@ template <typename Number> QByteArray bytes(Number number)
     return bytes;
 }
 
-/// The number that stands at \a offset in \a bytes, which must hold it whole.
+/// The number at \a offset in \a bytes, which must be long enough.
 template <typename Number> Number number(const QByteArray &bytes, int offset = 0)
 {
     return qFromLittleEndian<Number>(bytes.constData() + offset);

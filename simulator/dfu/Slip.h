@@ -6,24 +6,24 @@
 #include <QByteArray>
 #include <QVector>
 
-/// Frames on a serial line (RFC 1055). An object is a decoder; encoding needs none.
+/// A decoder for frames on a serial line (RFC 1055), and a function to encode them.
 ///
-/// A frame that is too long or holds an invalid escape is dropped whole, up to its end mark, since
-/// what is left of it could only be misunderstood. Empty frames are skipped.
+/// Frames that are too long or contain an invalid escape are discarded up to their end mark. Empty
+/// frames are skipped.
 class Slip
 {
 public:
-    /// A decoder of frames of up to \a maxFrameSize bytes; it never holds more than that.
+    /// Creates a decoder for frames of up to \a maxFrameSize bytes. It never stores more than that.
     explicit Slip(int maxFrameSize);
 
-    /// \a frame with its special bytes escaped, closed by an end mark.
+    /// Returns \a frame with escapes and an end mark.
     static QByteArray encode(const QByteArray &frame);
 
-    /// Takes the next \a bytes of the line, cut anywhere, and returns the frames that they
-    /// complete.
+    /// Takes the next \a bytes from the line, in chunks of any size, and returns the frames that
+    /// are complete.
     QVector<QByteArray> decode(const QByteArray &bytes);
 
-    /// Forgets a frame that has only begun.
+    /// Discards an incomplete frame.
     void reset();
 
 private:

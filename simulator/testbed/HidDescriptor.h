@@ -5,16 +5,16 @@
 
 #include <QByteArray>
 
-/// Report descriptors of simulated HID interfaces.
+/// Report descriptors for simulated HID interfaces.
 namespace HidDescriptor {
 
-/// A boot keyboard's eight modifier keys.
+/// The eight modifier keys of a boot keyboard.
 inline QByteArray keyboard()
 {
     return QByteArray::fromHex("05010906a101050719e029e715002501750195088102c0");
 }
 
-/// A collection of the given usage with one output report: id 0xAA and 63 bytes.
+/// A collection with the given usage and one output report, with id 0xAA and 63 more bytes.
 inline QByteArray output(int usagePage, int usage)
 {
     const QByteArray page

@@ -21,7 +21,7 @@ template <typename T> QByteArray bytesOf(const T &value)
 
 void replace(UMockdevIoctlData *data, const QByteArray &bytes)
 {
-    QByteArray copy = bytes; // the library takes a pointer to what it only reads
+    QByteArray copy = bytes; // the library's pointer is not const, although it only reads
     umockdev_ioctl_data_update(data, 0, reinterpret_cast<guint8 *>(copy.data()), copy.size());
 }
 
@@ -45,7 +45,7 @@ HidNode::~HidNode()
 {
     g_signal_handlers_disconnect_matched(m_handler, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr,
                                          this);
-    const std::lock_guard lock(m_mutex); // one that is being served has to end first
+    const std::lock_guard lock(m_mutex); // waits for a request in progress
     g_object_unref(m_handler);
 }
 
@@ -123,7 +123,7 @@ QByteArray HidNode::answer(unsigned long request) const
         return bytesOf(hidraw_devinfo{BUS_USB, static_cast<__s16>(m_identity.vendorId),
                                       static_cast<__s16>(m_identity.productId)});
     }
-    // These carry the size of the caller's buffer in the request.
+    // These requests contain the size of the caller's buffer.
     const QByteArray terminator(1, '\0');
     if (_IOC_TYPE(request) == 'H' && _IOC_NR(request) == _IOC_NR(HIDIOCGRAWNAME(0))) {
         return (m_identity.name + terminator).left(_IOC_SIZE(request));

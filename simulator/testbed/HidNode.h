@@ -10,13 +10,13 @@
 #include <memory>
 #include <mutex>
 
-// The library's own names.
+// Names of the umockdev library.
 struct _UMockdevIoctlBase; // NOLINT(bugprone-reserved-identifier)
 struct _UMockdevIoctlClient; // NOLINT(bugprone-reserved-identifier)
 
-/// The kernel's side of one hidraw node: answers what programs ask it and takes what they write.
+/// The kernel's side of a hidraw node: responds to ioctl requests and takes reports.
 ///
-/// Programs are served on the testbed's thread; the functions here may be called on any.
+/// It serves programs in the testbed's thread. The functions of this class are thread-safe.
 class HidNode
 {
 public:
@@ -37,12 +37,12 @@ public:
     HidNode(const HidNode &) = delete;
     HidNode &operator=(const HidNode &) = delete;
 
-    /// The object to attach to the node; it stays this one's own.
+    /// The object to attach to the node, owned by this object.
     _UMockdevIoctlBase *handler() const { return m_handler; }
 
     void setWriteFails(bool fails);
     QList<QByteArray> reports() const;
-    /// How often programs have opened the node.
+    /// The number of times that programs have opened the node.
     int handlesSoFar() const;
 
 private:

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Whether this process has a child in its own session; a daemon has made itself one of its own.
+/// Whether this process has a child in its own session. Daemons have other sessions.
 bool hasChildren()
 {
     while (waitpid(-1, nullptr, WNOHANG) > 0) { }

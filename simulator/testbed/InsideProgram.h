@@ -10,10 +10,10 @@
 #include <QProcessEnvironment>
 #include <QTimer>
 
-/// A program that runs inside a testbed, together with what it leaves running when it ends.
+/// A program that runs inside a testbed, and the processes that it leaves behind.
 ///
-/// Its channels are this process's own. There can be one at a time in a process: processes that it
-/// leaves behind become this process's children.
+/// It uses the output channels of this process. Only one object may exist at a time, since the
+/// processes that are left behind become children of this process.
 class InsideProgram : public QObject
 {
     Q_OBJECT
@@ -21,38 +21,38 @@ class InsideProgram : public QObject
 public:
     explicit InsideProgram(const Testbed &testbed, QObject *parent = nullptr);
 
-    /// Kills the program when it still runs; what it started is left alone.
+    /// Kills the program if it is still running, but not the processes that it started.
     ~InsideProgram() override;
 
-    /// What the program will find in its environment; this process's own and the testbed's
-    /// variables to begin with.
+    /// The program's environment. By default, it is that of this process with the testbed's
+    /// variables.
     QProcessEnvironment environment() const { return m_environment; }
     void setEnvironment(const QProcessEnvironment &environment) { m_environment = environment; }
 
-    /// Writes what it says on its two channels into \a file.
+    /// Redirects both output channels to \a file.
     void setLog(const QString &file);
 
-    /// Starts it in \a directory, or in this process's own when that is empty. Returns whether it
-    /// could be started.
+    /// Starts the program in \a directory, by default that of this process. Returns whether it was
+    /// started.
     bool start(const QString &program, const QStringList &arguments,
                const QString &directory = QString());
 
-    /// Asks it to end.
+    /// Asks the program to exit.
     void terminate();
 
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
-    /// Whether it and everything that it left running have ended.
+    /// Whether the program and all processes that it left behind have exited.
     bool isAllFinished() const { return m_allFinished; }
 
-    /// 128 and the signal's number for one that a signal ended, as shells say it.
+    /// The exit code; 128 plus the signal's number after a signal, as in shells.
     int exitCode() const { return m_exitCode; }
 
 signals:
-    /// The program has ended.
+    /// Emitted when the program has exited.
     void finished(int exitCode);
 
-    /// It and everything that it left running have ended.
+    /// Emitted when the program and all processes that it left behind have exited.
     void allFinished();
 
 private slots:

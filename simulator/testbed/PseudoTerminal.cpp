@@ -19,7 +19,7 @@ PseudoTerminal::PseudoTerminal()
     termios settings = {};
     cfmakeraw(&settings);
     if (openpty(&m_device, &m_program, path.data(), &settings, nullptr) != 0) {
-        qFatal("cannot make a pseudo terminal");
+        qFatal("cannot create a pseudo terminal");
     }
     m_path = path.data();
     for (const int descriptor : {m_device, m_program}) {

@@ -5,10 +5,9 @@
 
 #include <QByteArray>
 
-/// A pseudo terminal in raw mode that stands for a serial line.
+/// A pseudo terminal in raw mode, in place of a serial line.
 ///
-/// It keeps its program's end open itself, so that the line survives programs that open and close
-/// it one after the other.
+/// It keeps the program's end open, so that programs can open and close the line several times.
 class PseudoTerminal
 {
 public:
@@ -18,10 +17,10 @@ public:
     PseudoTerminal(const PseudoTerminal &) = delete;
     PseudoTerminal &operator=(const PseudoTerminal &) = delete;
 
-    /// The device's end; reading and writing do not block.
+    /// The device's end, for non-blocking reading and writing.
     int deviceDescriptor() const { return m_device; }
 
-    /// Whether a program has read everything that the device wrote.
+    /// Whether programs have read everything that the device has written.
     bool isHeard() const;
 
     /// The file that a program opens, such as "/dev/pts/3".

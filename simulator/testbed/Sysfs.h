@@ -7,7 +7,7 @@
 #include <QMap>
 #include <QString>
 
-/// The tree of devices of a testbed, laid out as the kernel lays out /sys.
+/// A testbed's device tree, with the layout of /sys.
 class Sysfs
 {
 public:
@@ -15,15 +15,15 @@ public:
 
     struct Device
     {
-        QString path; ///< Below /sys, such as "/devices/usb1/1-1"; its parents are added before it.
+        QString path; ///< Below /sys, such as "/devices/usb1/1-1". Add its parents first.
         QByteArray subsystem;
         bool inClass = false; ///< Listed under /sys/class, otherwise under /sys/bus.
-        QString parentLink; ///< Target of the link "device", relative to the path; empty for none.
-        Values properties; ///< What the file "uevent" holds.
+        QString parentLink; ///< Target of the link "device", relative to the path; may be empty.
+        Values properties; ///< The contents of the file "uevent".
         Values attributes; ///< One file each, by name.
     };
 
-    /// \a root is the testbed's root; the tree is made below its "sys".
+    /// Creates the tree in the folder "sys" of \a root, the testbed's root.
     explicit Sysfs(const QString &root);
 
     void add(const Device &device);
@@ -31,7 +31,7 @@ public:
     /// Removes the device at \a path and everything below it.
     void remove(const QString &path);
 
-    /// The devices at and below \a path, a device before what lies below it.
+    /// The devices at and below \a path, parents first.
     QList<Device> devicesFrom(const QString &path) const;
 
 private:

@@ -100,7 +100,7 @@ void Testbed::removeUsbDevice(const QString &usbPath)
 
 void Testbed::removeNode(const QString &node)
 {
-    const QString path = d->nodes.at(node).sysPath; // the node's own goes with it
+    const QString path = d->nodes.at(node).sysPath; // copied, since the node is deleted
     d->remove(path);
 }
 
@@ -111,7 +111,7 @@ void Testbed::announce(const QString &node, const QByteArray &action)
 
 void Testbed::setOpenFails(const QString &node, bool fails)
 {
-    // A directory cannot be opened for writing, not even by root, whom no permission stops.
+    // A directory cannot be opened for writing, not even by root, who ignores permissions.
     const QString file = d->fileOf(node);
     if (fails && !QFileInfo(file).isDir()) {
         QFile::rename(file, file + ".aside");

@@ -11,16 +11,16 @@
 #include <functional>
 #include <memory>
 
-/// A world of simulated devices, which the programs inside it see instead of the machine's own.
+/// Simulated devices, which programs see instead of the machine's own.
 ///
-/// A program is inside when it runs with umockdev's library preloaded: either the program that
-/// made the testbed (it must have been started so), or its children that are given
-/// childEnvironment(). Each thing that is added or removed is announced to who listens, as the
-/// kernel does. Use it from one thread; the callbacks come on another one.
+/// A program sees them if it runs with umockdev's library preloaded: this process, if it was
+/// started with the library, or child processes with childEnvironment(). Adding or removing a
+/// device sends the same events as the kernel. Use a testbed in one thread; it calls callbacks in
+/// another one.
 class Testbed
 {
 public:
-    /// Values of a device by name, which go before those made here; a null value leaves one out.
+    /// Values of a device by name. They override generated values; a null value removes one.
     using Values = QMap<QByteArray, QByteArray>;
 
     struct UsbDevice
@@ -29,21 +29,21 @@ public:
         int productId = 0;
         QString name;
         QString serialNumber;
-        Values properties = {}; ///< Overrides DEVNAME and its like.
-        Values attributes = {}; ///< Overrides idVendor, product and their like.
+        Values properties = {}; ///< Overrides DEVNAME and others.
+        Values attributes = {}; ///< Overrides idVendor, product and others.
     };
 
     struct HidInterface
     {
         int usagePage = 0;
         int usage = 0;
-        QByteArray reportDescriptor; ///< Empty for HidDescriptor::output().
-        Values properties; ///< Overrides HID_ID, HID_NAME, HID_UNIQ and their like.
+        QByteArray reportDescriptor; ///< By default HidDescriptor::output().
+        Values properties; ///< Overrides HID_ID, HID_NAME, HID_UNIQ and others.
         Values attributes = {}; ///< Overrides report_descriptor.
     };
 
-    /// Receives each write to a HID node: the node and the bytes, first of them the report's id.
-    /// Called on the testbed's thread before the writer goes on; it must not call the testbed.
+    /// Called for each write to a HID node, with all bytes including the report id. Runs in the
+    /// testbed's thread before the write returns. It must not call the testbed.
     using ReportHandler = std::function<void(const QString &node, const QByteArray &bytes)>;
 
     Testbed();
@@ -52,7 +52,7 @@ public:
     Testbed(const Testbed &) = delete;
     Testbed &operator=(const Testbed &) = delete;
 
-    /// The environment variables that put a child process inside, by name.
+    /// The environment variables for a child process that uses the testbed.
     Values childEnvironment() const;
 
     /// Adds a device without interfaces; returns its path below /sys.
@@ -61,38 +61,38 @@ public:
     /// Adds an interface to the device at \a usbPath; returns its node, such as "/dev/hidraw0".
     QString addHidInterface(const QString &usbPath, const HidInterface &interface);
 
-    /// Adds a serial port to the device at \a usbPath, with any \a node below /dev. A pseudo
-    /// terminal in raw mode stands behind it. A node that was removed can come back.
+    /// Adds a serial port to the device at \a usbPath, with any \a node below /dev, which may have
+    /// been used before. The port is a pseudo terminal in raw mode.
     void addSerialPort(const QString &usbPath, const QString &node);
 
-    /// The device's end of a port, for reading and writing without blocking; it stays the
-    /// testbed's own. -1 when there is no such port.
+    /// The device's end of a port, for non-blocking reading and writing, owned by the testbed. -1
+    /// if there is no such port.
     int portDescriptor(const QString &node) const;
 
-    /// Whether a program has read everything that was written to the device's end of a port.
+    /// Whether programs have read everything that was written to the device's end of a port.
     bool isHeard(const QString &node) const;
 
     /// Unplugs the device at \a usbPath with all its interfaces, ports and nodes.
     void removeUsbDevice(const QString &usbPath);
 
-    /// Takes one interface or port away and leaves its device in place.
+    /// Removes an interface or a port, but not its device.
     void removeNode(const QString &node);
 
-    /// Sends an event of the given kind ("add", "remove", "change", …) for \a node once more.
+    /// Sends another event for \a node, such as "add", "remove" or "change".
     void announce(const QString &node, const QByteArray &action);
 
-    /// From now on opening \a node fails, also for root, or works again.
+    /// Sets whether opening \a node fails, even for root.
     void setOpenFails(const QString &node, bool fails);
 
-    /// From now on each write to a HID \a node fails, or works again. Failed ones are not recorded.
+    /// Sets whether writing to a HID \a node fails. Failed writes are not recorded.
     void setWriteFails(const QString &node, bool fails);
 
     void setReportHandler(const ReportHandler &handler);
 
-    /// Everything that was written to a HID \a node so far, one entry for each write.
+    /// All writes to a HID \a node so far.
     QList<QByteArray> reports(const QString &node) const;
 
-    /// How many handles of a HID \a node programs have open now, and how many they have opened.
+    /// The number of open handles of a HID \a node, and of all handles so far.
     int openHandles(const QString &node) const;
     int handlesSoFar(const QString &node) const;
 

@@ -145,7 +145,7 @@ void Testbed::Private::remove(const QString &sysPath)
         }
     }
     sysfs.remove(sysPath);
-    // The innermost goes first, as when a cable is pulled.
+    // Children are removed first, as when a cable is pulled.
     for (auto device = devices.rbegin(); device != devices.rend(); ++device) {
         announce(*device, "remove");
     }
@@ -156,7 +156,7 @@ void Testbed::Private::serveHid(const QString &node, const UsbDevice &usb,
 {
     QFile file(fileOf(node));
     if (!file.open(QIODevice::WriteOnly)) {
-        qFatal("cannot make %s", qPrintable(file.fileName()));
+        qFatal("cannot create %s", qPrintable(file.fileName()));
     }
     const HidNode::Identity identity
         = {usb.vendorId, usb.productId, usb.name.toUtf8(), usb.serialNumber.toUtf8(), descriptor};
@@ -186,7 +186,7 @@ void Testbed::Private::dropNode(const QString &node)
         umockdev_testbed_detach_ioctl(testbed, qPrintable(node), nullptr);
     }
     QFile::remove(numberFileOf(node));
-    QDir().rmdir(fileOf(node)); // a directory while opening is to fail
+    QDir().rmdir(fileOf(node)); // a directory if opening fails
     QFile::remove(fileOf(node));
     nodes.erase(entry);
 }

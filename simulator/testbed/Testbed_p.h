@@ -12,9 +12,9 @@
 #include <map>
 #include <memory>
 
-struct _UMockdevTestbed; // NOLINT(bugprone-reserved-identifier): the library's own name
+struct _UMockdevTestbed; // NOLINT(bugprone-reserved-identifier): a name of the umockdev library
 
-/// The values with what goes before them, null ones left out.
+/// The values with their overrides, without null values.
 Testbed::Values overridden(Testbed::Values values, const Testbed::Values &overrides);
 
 class Testbed::Private
@@ -35,7 +35,7 @@ public:
 
     QString fileOf(const QString &node) const { return root + node; }
 
-    /// Each adds to /sys and announces; the interfaces return their path there.
+    /// These add devices to /sys and send events. For interfaces, they return the path in /sys.
     void add(const Sysfs::Device &device);
     void addNode(const QString &sysPath, const QByteArray &subsystem, const QString &node,
                  const QByteArray &major, int minor);

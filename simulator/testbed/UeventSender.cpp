@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What udevd puts before the properties. Numbers marked so are in network order.
+/// The header that udevd sends before the properties. Some numbers are in network byte order.
 struct Header
 {
     std::array<char, 8> prefix = {'l', 'i', 'b', 'u', 'd', 'e', 'v', '\0'};
@@ -32,7 +32,7 @@ struct Header
     quint32 tagBloomLow = 0;
 };
 
-/// MurmurHash2 with seed 0. Listeners have the kernel drop events by the hash of their subsystem.
+/// MurmurHash2 with seed 0. Listeners filter events by the hash of their subsystem.
 quint32 hash(const QByteArray &text)
 {
     constexpr quint32 kMultiplier = 0x5bd1e995;
@@ -92,7 +92,7 @@ void UeventSender::send(const QByteArray &subsystem, const QByteArray &deviceTyp
     const QStringList listeners = QDir(m_directory).entryList({"event*"}, QDir::System);
     const std::lock_guard lock(m_mutex);
     for (const QString &listener : listeners) {
-        // Tried at once, so that nobody who takes the place of one that has gone gets it.
+        // Sends at once: a later listener may reuse the socket of one that has gone.
         const QByteArray path = QFile::encodeName(m_directory + '/' + listener);
         m_queues[path].push_back(event);
         deliver(path, m_queues[path]);
@@ -133,7 +133,7 @@ void UeventSender::deliver(const QByteArray &listener, Queue &queue) const
         if (sent < 0 && errno == EAGAIN) {
             return;
         }
-        if (sent < 0) { // the listener has gone
+        if (sent < 0) { // the listener is gone
             queue.clear();
             return;
         }

@@ -12,23 +12,23 @@
 #include <mutex>
 #include <thread>
 
-/// Sends device events to the programs that listen for them inside a testbed.
+/// Sends device events to the programs that listen inside a testbed.
 ///
-/// umockdev's own sender stops the process when about ten events lie unread at a listener. This
-/// one queues what a listener cannot take yet and tries again on a thread of its own; each listener
-/// gets its events in order. What is still queued when the sender goes is lost.
+/// umockdev's own sender aborts the process if a listener has about ten unread events. This one
+/// queues events and sends them from a separate thread. Each listener gets its events in order. The
+/// destructor discards queued events.
 class UeventSender
 {
 public:
-    /// \a directory is the testbed's root, where the listeners' sockets lie.
+    /// \a directory is the testbed's root, which contains the listeners' sockets.
     explicit UeventSender(QString directory);
     ~UeventSender();
 
     UeventSender(const UeventSender &) = delete;
     UeventSender &operator=(const UeventSender &) = delete;
 
-    /// Sends one event to everybody who listens now. \a properties are "KEY=value" entries, each
-    /// with a zero byte at its end; ACTION, DEVPATH, SUBSYSTEM and SEQNUM must be among them.
+    /// Sends an event to all current listeners. \a properties are "KEY=value" entries, each with a
+    /// zero byte at its end, including ACTION, DEVPATH, SUBSYSTEM and SEQNUM.
     void send(const QByteArray &subsystem, const QByteArray &deviceType,
               const QByteArray &properties);
 

@@ -10,39 +10,39 @@
 
 #include <functional>
 
-/// What the stand-in for the vendor's tool does instead of flashing, for tests.
+/// A script for the stand-in for the vendor's tool, for tests.
 ///
-/// A script is a text file with one command per line. Empty lines and lines that begin with # are
-/// skipped; the end of the script is exit 0.
+/// A script is a text file with one command per line. Empty lines and lines that start with # are
+/// skipped. At its end, the tool exits with code 0.
 ///
-///     out "text"            writes to standard output, in one piece; knows \n \t \" \\ and \0
+///     out "text"            writes to standard output, in one chunk; escapes: \n \t \" \\ \0
 ///     err "text"            the same to standard error
-///     out-base64 DATA       any bytes to standard output, in one piece
-///     err-base64 DATA       any bytes to standard error
-///     flood out N           N bytes to standard output, as lines of the letter x
-///     flood err N           N bytes to standard error
-///     sleep MS              does nothing for MS milliseconds
+///     out-base64 DATA       writes any bytes to standard output, in one chunk
+///     err-base64 DATA       the same to standard error
+///     flood out N           writes N bytes to standard output, as lines of the letter x
+///     flood err N           the same to standard error
+///     sleep MS              waits for MS milliseconds
 ///     ignore SIGNAL         ignores a signal from now on: TERM, INT, HUP, or a number
-///     fork SECONDS          leaves a child behind that keeps both channels open for so long
+///     fork SECONDS          starts a child that keeps both channels open for this time
 ///     record FILE           writes arguments, working directory, environment and process id as
-///                           JSON: argv (array), cwd, env (object), pid; the file appears whole,
-///                           a relative path begins at the script's folder
-///     flash                 does everything that the tool does without a script; the script goes
-///                           on after a success and ends with the tool's exit code otherwise
-///     exit N                ends with exit code N (0..255)
-///     signal N              ends by signal N
+///                           JSON: argv (array), cwd, env (object), pid; the file is written
+///                           atomically, its path is relative to the script's folder
+///     flash                 does the same as the tool without a script; continues the script on
+///                           success, otherwise exits with the tool's exit code
+///     exit N                exits with code N (0..255)
+///     signal N              kills itself with signal N
 class StandInScript
 {
 public:
-    /// A script that writes its records relative to \a folder.
+    /// Creates a script in \a folder, to which the paths of records are relative.
     explicit StandInScript(QString folder);
 
-    /// Reads \a text. Returns false when any line is no command; errorString() names the first.
+    /// Parses \a text. Returns false if a line is invalid; errorString() gives the first one.
     bool parse(const QByteArray &text);
     QString errorString() const { return m_error; }
 
-    /// Carries the script out and returns the exit code. \a flash does the tool's real work and
-    /// returns its exit code.
+    /// Runs the script and returns the exit code. \a flash does the tool's real work and returns
+    /// its exit code.
     int run(const std::function<int()> &flash) const;
 
 private:

@@ -5,10 +5,10 @@
 
 #include <QByteArray>
 
-/// Writing to standard output or error without a buffer, so that one call is one chunk.
+/// Unbuffered writing to standard output or standard error, so that each call writes one chunk.
 namespace StandardChannel {
 
-/// Writes \a bytes to \a fd. When nobody reads any more they are lost, and that is all right.
+/// Writes \a bytes to \a fd. Discards them if the other end is closed.
 void write(int fd, const QByteArray &bytes);
 
 } // namespace StandardChannel

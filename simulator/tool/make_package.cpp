@@ -25,10 +25,10 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription("Writes a firmware package of pseudo-random bytes.");
+    parser.setApplicationDescription("Writes a firmware package with pseudo-random bytes.");
     parser.addHelpOption();
-    parser.addOption({"size", "Bytes of the image.", "N", "200000"});
-    parser.addOption({"seed", "Another seed gives another image.", "N", "1"});
+    parser.addOption({"size", "The size of the image in bytes.", "N", "200000"});
+    parser.addOption({"seed", "The seed of the pseudo-random bytes.", "N", "1"});
     parser.addPositionalArgument("OUTPUT.zip", "The package to write.");
     parser.process(application);
     if (parser.positionalArguments().size() != 1) {
@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
     const int size = parser.value("size").toInt(&isSize);
     const quint32 seed = parser.value("seed").toUInt(&isSeed);
     if (!isSize || size < 1 || size > Bootloader::kMaxImageSize || !isSeed) {
-        return fail(QStringLiteral("the size goes from 1 to %1, the seed from 0 to 4294967295")
+        return fail(QStringLiteral("the size must be from 1 to %1, the seed from 0 to 4294967295")
                         .arg(Bootloader::kMaxImageSize));
     }
     const DfuPackage package = DfuPackage::generate(size, seed);

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// A stand-in for the vendor's flashing tool, for the demo and the tests; it is never installed.
-// It flashes the simulated device and behaves on its channels as the real tool was seen to. A file
-// nrfutil-mac.script beside the path by which it was called makes it misbehave: see StandInScript.
+// A stand-in for the vendor's flashing tool, for the demo and the tests. It is never installed. It
+// flashes the simulated device and prints progress and errors. If there is a file
+// nrfutil-mac.script in its folder, it runs that instead: see StandInScript.
 
 #include "simulator/dfu/DfuClient.h"
 #include "simulator/dfu/DfuPackage.h"
@@ -46,7 +46,7 @@ int failWithTraceback(const QString &reason)
                                  "    device.flash(package)\n"
                                  "DfuError: "
         + reason.toUtf8() + '\n';
-    // The real tool's interpreter writes its tracebacks bit by bit, too.
+    // An interpreter writes a traceback in several chunks.
     int begin = 0;
     while (begin < traceback.size()) {
         const int space = traceback.indexOf(' ', begin);
@@ -105,7 +105,7 @@ int flash(const QStringList &arguments)
 
 int main(int argc, char *argv[])
 {
-    // The program that started us may be closed at any time, and the device be left half flashed.
+    // The program may be closed at any time, which must not interrupt writing to the device.
     std::signal(SIGPIPE, SIG_IGN);
 
     const QCoreApplication application(argc, argv);

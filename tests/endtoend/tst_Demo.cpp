@@ -29,9 +29,9 @@ void tst_Demo::saysHowItEnded_data()
     QTest::addColumn<QByteArray>("lastLine");
     QTest::newRow("no fault") << QString() << QByteArray("demo: upgraded, image verified");
     QTest::newRow("no device") << "no-device"
-                               << QByteArray("demo: failed as expected of \"no-device\"");
+                               << QByteArray("demo: failed as expected with fault \"no-device\"");
     QTest::newRow("no package") << "no-package"
-                                << QByteArray("demo: failed as expected of \"no-package\"");
+                                << QByteArray("demo: failed as expected with fault \"no-package\"");
     QTest::newRow("returns late, but in time")
         << "late-return=1500" << QByteArray("demo: upgraded, image verified");
     QTest::newRow("cable pulled after the end")

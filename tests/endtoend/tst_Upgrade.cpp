@@ -29,7 +29,7 @@ DeviceBehaviour withFault(const QString &fault)
 {
     DeviceBehaviour behaviour;
     if (!behaviour.addFault(fault)) {
-        qFatal("there is no fault %s", qPrintable(fault));
+        qFatal("unknown fault %s", qPrintable(fault));
     }
     return behaviour;
 }

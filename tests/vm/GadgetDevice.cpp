@@ -178,7 +178,7 @@ void GadgetDevice::leave()
 
 void GadgetDevice::returnAs(State state, int after)
 {
-    emit happened("it left to restart");
+    emit happened("the device restarts");
     m_next = state;
     // Setting up the device takes the host about as long as last time.
     const qint64 lead = m_setUpTime + m_sinceLeft.elapsed();

@@ -143,7 +143,7 @@ void tst_RealDevice::cablePulledDuringTheSearch()
 
     stage.clickUpgrade();
     if (!whenOpened) {
-        QTRY_COMPARE(device.count("it left to restart"), 1);
+        QTRY_COMPARE(device.count("the device restarts"), 1);
         device.pull();
     }
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);

@@ -9,7 +9,7 @@
 
 using namespace WindowParts;
 
-/// The eyes of the simulated user, held against the window itself.
+/// Compares what WindowLook recognises with the window itself.
 class tst_WindowLook : public QObject
 {
     Q_OBJECT
@@ -33,8 +33,8 @@ void tst_WindowLook::readsTheStatus_data()
     QTest::newRow("no device") << WindowLook::kNoDeviceFound << WindowLook::kNoDeviceFound;
     QTest::newRow("upgrading") << WindowLook::kUpgrading << WindowLook::kUpgrading;
     QTest::newRow("success") << WindowLook::kSuccess << WindowLook::kSuccess;
-    QTest::newRow("text that was named") << "trouble"
-                                         << "trouble";
+    QTest::newRow("additional text") << "trouble"
+                                     << "trouble";
     QTest::newRow("another text") << "trouble ahead" << QString();
     QTest::newRow("one letter less") << "Upgrade Successfull" << QString();
     QTest::newRow("one letter more") << "Upgrade Successfullyi" << QString();

@@ -21,13 +21,13 @@ void tst_DeviceBehaviour::faultsAreKnownByName_data()
     QTest::addColumn<QString>("fault");
     QTest::addColumn<bool>("known");
     QTest::newRow("without a number") << "silent" << true;
-    QTest::newRow("a number by default") << "late-return" << true;
-    QTest::newRow("a number of one's own") << "late-return=4000" << true;
+    QTest::newRow("default number") << "late-return" << true;
+    QTest::newRow("given number") << "late-return=4000" << true;
     QTest::newRow("unknown") << "explodes" << false;
     QTest::newRow("empty") << "" << false;
-    QTest::newRow("a number where there is none") << "silent=1" << false;
-    QTest::newRow("no number") << "late-return=soon" << false;
-    QTest::newRow("nothing for a number") << "late-return=" << false;
+    QTest::newRow("unexpected number") << "silent=1" << false;
+    QTest::newRow("not a number") << "late-return=soon" << false;
+    QTest::newRow("empty number") << "late-return=" << false;
     QTest::newRow("a negative number") << "late-return=-1" << false;
 }
 

@@ -27,7 +27,7 @@ QByteArray enterBootloader()
     return QByteArray("\xAA\xBB") + QByteArray(62, '\0');
 }
 
-/// How many bytes a program could write to the node; -1 when it could not even open it.
+/// The number of bytes that a program could write to the node; -1 if it could not open it.
 qint64 send(const QString &node, const QByteArray &report)
 {
     const int file = ::open(qPrintable(node), O_RDWR | O_CLOEXEC);
@@ -55,13 +55,13 @@ DeviceBehaviour with(const QStringList &faults)
     behaviour.returnAfter = 100;
     for (const QString &fault : faults) {
         if (!behaviour.addFault(fault)) {
-            qFatal("there is no fault %s", qPrintable(fault));
+            qFatal("unknown fault %s", qPrintable(fault));
         }
     }
     return behaviour;
 }
 
-/// The vendor's tool's stand-in and a package for it.
+/// Runs the stand-in for the vendor's tool with a package.
 class Tool
 {
 public:
@@ -208,7 +208,7 @@ void tst_SimulatedDevice::isFlashed_data()
     QTest::addColumn<QString>("fault");
     QTest::addColumn<bool>("succeeds");
     QTest::addColumn<State>("endsAs");
-    QTest::newRow("sound") << QString() << true << State::Application;
+    QTest::newRow("no fault") << QString() << true << State::Application;
     QTest::newRow("slow") << "slow=5" << true << State::Application;
     QTest::newRow("cable pulled") << "drop-out=9000" << false << State::Absent;
     QTest::newRow("wrong checksums") << "wrong-crc" << false << State::Bootloader;

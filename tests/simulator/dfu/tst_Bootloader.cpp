@@ -487,7 +487,7 @@ void tst_Bootloader::survivesGarbage_data()
 {
     QTest::addColumn<bool>("framed");
 
-    QTest::newRow("bytes without any sense") << false;
+    QTest::newRow("random bytes") << false;
     QTest::newRow("frames with a known opcode") << true;
 }
 

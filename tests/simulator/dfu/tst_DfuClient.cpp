@@ -46,7 +46,7 @@ namespace {
 
 constexpr int kShortTimeout = 100;
 
-/// A device that \a bootloader answers for.
+/// A device with \a bootloader.
 auto playedBy(Bootloader &bootloader)
 {
     return [&bootloader](const QByteArray &bytes) {
@@ -54,7 +54,7 @@ auto playedBy(Bootloader &bootloader)
     };
 }
 
-/// A device that \a bootloader answers for until it has received \a limit bytes.
+/// A device with \a bootloader that responds until it has received \a limit bytes.
 auto silentAfter(int limit, Bootloader &bootloader)
 {
     return [&bootloader, limit, received = 0](const QByteArray &bytes) mutable {
@@ -64,7 +64,7 @@ auto silentAfter(int limit, Bootloader &bootloader)
     };
 }
 
-/// A device that \a bootloader answers for, but \a payload is what it answers to \a opcode.
+/// A device with \a bootloader, except that the response to \a opcode is \a payload.
 auto answering(quint8 opcode, const QByteArray &payload, Bootloader &bootloader)
 {
     return [&bootloader, opcode, payload, slip = Slip(2000)](const QByteArray &bytes) mutable {
@@ -133,7 +133,7 @@ void tst_DfuClient::keepsToASmallMtu()
     QVERIFY2(client.flash(package.initPacket, package.firmware), qPrintable(client.errorString()));
     device.unplug();
     QCOMPARE(bootloader.image(), package.firmware);
-    // Ten bytes of data, all escaped, the opcode and the end mark.
+    // Ten escaped bytes of data, the opcode and the end mark.
     QCOMPARE(longest, 22);
 }
 
@@ -210,7 +210,7 @@ void tst_DfuClient::reportsTheDevicesRefusal_data()
 
     const QByteArray image = firmware(5000);
     const QByteArray initPacket = DfuPackage::forFirmware(image).initPacket;
-    QTest::newRow("an init packet that is none")
+    QTest::newRow("an invalid init packet")
         << QByteArray("\xFF\xFF") << image
         << "The device refused to execute the object: invalid object";
     QTest::newRow("an init packet that is too large")
@@ -343,7 +343,7 @@ void tst_DfuClient::noticesThatThePortIsClosed()
     timer.start();
     QVERIFY(!client.flash(package.initPacket, package.firmware));
     QVERIFY2(client.errorString().startsWith("The port"), qPrintable(client.errorString()));
-    // Far below the time limit of an answer.
+    // Far below the time limit for a response.
     QVERIFY(timer.elapsed() < 5000);
     device.unplug();
     QVERIFY(!bootloader.isFinished());

@@ -19,7 +19,7 @@ namespace {
 const Testbed::UsbDevice kDevice = {0x7F3C, 0x0C51, "Device", "0001"};
 const QString kNode = "/dev/cu.usbmodem14201";
 
-/// A listener of udev's, as a program with a hot-plug watch has one.
+/// A udev monitor, as in a program with a hot-plug watch.
 class Listener
 {
 public:
@@ -43,7 +43,7 @@ public:
         udev_monitor_enable_receiving(m_monitor);
     }
 
-    /// Takes in what has arrived; returns everything so far, each as "action subsystem node".
+    /// Receives pending events. Returns all events so far, each as "action subsystem node".
     const QList<QByteArray> &events()
     {
         using Device = std::unique_ptr<udev_device, udev_device *(*)(udev_device *)>;
@@ -140,7 +140,7 @@ void tst_Testbed::portsCarryBytesBothWays_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("plain") << QByteArray("hello");
-    QTest::newRow("what a terminal in its usual mode would change")
+    QTest::newRow("bytes that a terminal in cooked mode would change")
         << QByteArray("\x00\x03\x04\x0A\x0D\x11\x13\x7F\xC0\xFF", 10);
 }
 

@@ -59,9 +59,9 @@ void tst_MakePackage::makesAPackage_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("size");
 
-    QTest::newRow("of the usual size") << QStringList() << 200000;
-    QTest::newRow("of one byte") << QStringList{"--size", "1"} << 1;
-    QTest::newRow("of the largest size") << QStringList{"--size", "786432"} << 786432;
+    QTest::newRow("default size") << QStringList() << 200000;
+    QTest::newRow("one byte") << QStringList{"--size", "1"} << 1;
+    QTest::newRow("largest size") << QStringList{"--size", "786432"} << 786432;
 }
 
 void tst_MakePackage::makesAPackage()
@@ -99,10 +99,10 @@ void tst_MakePackage::refuses_data()
     QTest::newRow("two outputs") << QStringList{path(), path()};
     QTest::newRow("size 0") << QStringList{"--size", "0", path()};
     QTest::newRow("a size too large") << QStringList{"--size", "786433", path()};
-    QTest::newRow("a word for a size") << QStringList{"--size", "large", path()};
+    QTest::newRow("a size that is not a number") << QStringList{"--size", "large", path()};
     QTest::newRow("a negative seed") << QStringList{"--seed", "-1", path()};
     QTest::newRow("an unknown option") << QStringList{"--colour", path()};
-    QTest::newRow("a folder that is not there") << QStringList{m_folder.filePath("no/demo.zip")};
+    QTest::newRow("a missing folder") << QStringList{m_folder.filePath("no/demo.zip")};
 }
 
 void tst_MakePackage::refuses()

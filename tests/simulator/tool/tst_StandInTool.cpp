@@ -178,7 +178,7 @@ void tst_StandInTool::failsWithATraceback_data()
     QTest::addColumn<bool>("wrongCrc");
     QTest::addColumn<QByteArray>("lastLine");
 
-    QTest::newRow("a package that is no zip")
+    QTest::newRow("a package that is not a ZIP file")
         << QByteArray("text") << true << false << QByteArray("the file is not a zip archive");
     QTest::newRow("no such port") << QByteArray() << false << false
                                   << QByteArray("No such file or directory");
@@ -280,7 +280,7 @@ void tst_StandInTool::endsAsTheScriptSays_data()
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<int>("outcome");
 
-    QTest::newRow("without a word") << QByteArray("out \"a\"") << 0;
+    QTest::newRow("without a command") << QByteArray("out \"a\"") << 0;
     QTest::newRow("exit 0") << QByteArray("exit 0\nexit 4") << 0;
     QTest::newRow("exit 3") << QByteArray("exit 3\nexit 4") << 3;
     QTest::newRow("exit 255") << QByteArray("exit 255") << 255;
@@ -340,7 +340,7 @@ void tst_StandInTool::ignoresASignal_data()
 
     QTest::newRow("ignored") << QByteArray("ignore TERM\n") << 7;
     QTest::newRow("ignored by number") << QByteArray("ignore 15\n") << 7;
-    QTest::newRow("another one ignored") << QByteArray("ignore INT\nignore HUP\n") << -SIGTERM;
+    QTest::newRow("another signal ignored") << QByteArray("ignore INT\nignore HUP\n") << -SIGTERM;
     QTest::newRow("not ignored") << QByteArray() << -SIGTERM;
 }
 
@@ -427,14 +427,14 @@ void tst_StandInTool::refusesABadScript_data()
     QTest::newRow("bad base64") << QByteArray("out-base64 A");
     QTest::newRow("no number") << QByteArray("sleep");
     QTest::newRow("a negative number") << QByteArray("sleep -1");
-    QTest::newRow("a word for a number") << QByteArray("fork long");
+    QTest::newRow("not a number") << QByteArray("fork long");
     QTest::newRow("an exit code too large") << QByteArray("exit 256");
     QTest::newRow("a signal too large") << QByteArray("signal 65");
     QTest::newRow("an unknown signal") << QByteArray("ignore KNOCK");
-    QTest::newRow("a flood of an unknown channel") << QByteArray("flood in 5");
+    QTest::newRow("a flood on an unknown channel") << QByteArray("flood in 5");
     QTest::newRow("a flood without a size") << QByteArray("flood out");
     QTest::newRow("no file") << QByteArray("record");
-    QTest::newRow("a word too much") << QByteArray("flash now");
+    QTest::newRow("an additional word") << QByteArray("flash now");
 }
 
 void tst_StandInTool::refusesABadScript()
