@@ -10,23 +10,54 @@
 #include <QLibrary>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace {
+
+/// By these a user asks for the graphics driver to paint windows.
+constexpr const char *kGraphicsOnX = "QT_XCB_GL_INTEGRATION";
+constexpr const char *kGraphicsOnWayland = "QT_WAYLAND_CLIENT_BUFFER_INTEGRATION";
 
 bool runsOnWayland()
 {
     return QGuiApplication::platformName().startsWith("wayland");
 }
 
-/// How much larger than usual the user of an X screen wants everything: 1, 2, 3…
+/// Whether the user has chosen a scale, which may be none.
+bool choosesScale()
+{
+    const auto isSet = [](const char *name) {
+        return qEnvironmentVariableIsSet(name);
+    };
+    const auto isOff = [](const char *name) {
+        return qgetenv(name) == "0";
+    };
+    const std::array factors
+        = {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_DEVICE_PIXEL_RATIO"};
+    const std::array switches = {"QT_ENABLE_HIGHDPI_SCALING", "QT_AUTO_SCREEN_SCALE_FACTOR"};
+    return std::any_of(factors.begin(), factors.end(), isSet)
+        || std::any_of(switches.begin(), switches.end(), isOff);
+}
+
+/// The name of the X screen that Qt uses when it is given \a arguments; null for the default one.
+const char *screenName(const std::vector<char *> &arguments)
+{
+    const auto isOption = [](const char *argument) {
+        return qstrcmp(argument, "-display") == 0 || qstrcmp(argument, "--display") == 0;
+    };
+    const auto option = std::find_if(arguments.begin(), arguments.end(), isOption);
+    return arguments.end() - option > 1 ? option[1] : nullptr;
+}
+
+/// How much larger than usual the user of the X screen \a name wants everything: 1, 2, 3…
 ///
-/// Qt scales by the same measure, but takes it from QT_FONT_DPI where that is set.
-int screenScale()
+/// Qt itself would take this measure, were it not for QT_FONT_DPI.
+int screenScale(const char *name)
 {
     constexpr double kUsualDpi = 96;
 
-    // Qt loads this library for X anyway; linked, it would be needed without X, too.
+    // Qt has loaded this library for X; linked, it would be loaded on Wayland, too.
     QLibrary x11("X11", 6);
     using Open = void *(*)(const char *name);
     using GetDefault = const char *(*)(void *display, const char *program, const char *option);
@@ -37,7 +68,7 @@ int screenScale()
     if (open == nullptr || getDefault == nullptr || close == nullptr) {
         return 1;
     }
-    void *const display = open(nullptr);
+    void *const display = open(name);
     if (display == nullptr) {
         return 1;
     }
@@ -46,60 +77,53 @@ int screenScale()
     return qBound(1, qRound(dpi / kUsualDpi), 8);
 }
 
-/// Whether the user wants Wayland's windows to be painted by the graphics driver.
-bool asksForWaylandGraphics()
-{
-    return qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION");
-}
-
-bool userScales()
-{
-    const QList<QByteArray> settings
-        = {"QT_ENABLE_HIGHDPI_SCALING", "QT_AUTO_SCREEN_SCALE_FACTOR", "QT_SCALE_FACTOR",
-           "QT_SCREEN_SCALE_FACTORS", "QT_DEVICE_PIXEL_RATIO"};
-    return std::any_of(settings.begin(), settings.end(), [](const QByteArray &name) {
-        return qEnvironmentVariableIsSet(name.constData());
-    });
-}
-
 } // namespace
 
 Desktop::Desktop()
 {
-    // The window paints itself and takes no text: a desktop's theme, style and input method would
-    // change nothing but what it costs.
-    QGuiApplication::setDesktopSettingsAware(false);
     QGuiApplication::setDesktopFileName(FW_UPDATE_APPLICATION_ID);
+    // The window paints itself and takes no text: the desktop's theme and style and an input method
+    // would only take memory.
+    QGuiApplication::setDesktopSettingsAware(false);
     addSetting("QT_IM_MODULE", "none");
-    // Without these two Qt loads the graphics driver also for a window that is painted by the
-    // processor alone, and that is most of what the program would cost.
-    addSetting("QT_XCB_GL_INTEGRATION", "none");
-    if (!asksForWaylandGraphics()) {
+    // To draw a frame, Qt would load the graphics driver, which is most of what a start costs.
+    if (!qEnvironmentVariableIsSet(kGraphicsOnWayland)) {
         addSetting("QT_WAYLAND_DISABLE_WINDOWDECORATION", "1");
     }
+    if (!SystemMove::kIsPossible) {
+        addSetting("QT_QPA_PLATFORM", "xcb;wayland");
+    }
     m_makesPointPixel = addSetting("QT_FONT_DPI", "72");
-    if (!m_makesPointPixel && !userScales()) {
-        QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    if (!choosesScale()) {
+        // Scaling by itself, Qt would undo the 72.
+        QCoreApplication::setAttribute(m_makesPointPixel ? Qt::AA_DisableHighDpiScaling
+                                                         : Qt::AA_EnableHighDpiScaling);
     }
 }
 
 std::unique_ptr<QApplication> Desktop::startQt(int &argc, char **argv)
 {
+    // Qt removes from both what it has read.
     const std::vector<char *> arguments(argv, argv + argc);
+    const QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
     auto application = std::make_unique<QApplication>(argc, argv);
-    if (m_makesPointPixel && !userScales() && QGuiApplication::platformName() == "xcb") {
-        const int scale = screenScale();
-        if (scale > 1) {
-            // Qt takes the scale only when it starts, and only then is known that it starts on X.
-            application.reset();
-            addSetting("QT_SCALE_FACTOR", QByteArray::number(scale));
-            argc = int(arguments.size()); // without those that Qt has taken out
-            std::copy(arguments.begin(), arguments.end(), argv);
-            application = std::make_unique<QApplication>(argc, argv);
-        }
+    // It would also load the driver for any window that the program might paint with it.
+    const char *const graphics = runsOnWayland() ? kGraphicsOnWayland : kGraphicsOnX;
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, !qEnvironmentVariableIsSet(graphics));
+    if (QGuiApplication::platformName() != "xcb" || !m_makesPointPixel || choosesScale()) {
+        return application;
     }
-    if (runsOnWayland() && !asksForWaylandGraphics()) {
-        QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+    const int scale = screenScale(screenName(arguments));
+    if (scale > 1) {
+        // Only a started Qt can tell that it uses X, and only a starting one takes a scale.
+        application.reset();
+        addSetting("QT_SCALE_FACTOR", QByteArray::number(scale));
+        if (!startupId.isEmpty()) {
+            qputenv("DESKTOP_STARTUP_ID", startupId);
+        }
+        argc = int(arguments.size());
+        std::copy(arguments.begin(), arguments.end(), argv);
+        application = std::make_unique<QApplication>(argc, argv);
     }
     return application;
 }
@@ -114,7 +138,7 @@ void Desktop::leaveOutPicturePlugins()
 
 void Desktop::adopt(MainWindow &window)
 {
-    // Qt looks for other plugins, such as that for Wayland's shells, as late as a window is shown.
+    // Other plugins, such as the one for Wayland's shells, are loaded when the window is shown.
     QCoreApplication::setLibraryPaths(m_libraryPaths);
     if (runsOnWayland()) {
         new SystemMove(window);

@@ -9,6 +9,19 @@
 #include <QMouseEvent>
 #include <QWindow>
 
+namespace {
+
+/// A template, so that it compiles where Qt's windows have no such function.
+template <typename Window> bool startSystemMove(Window &window)
+{
+    if constexpr (SystemMove::kIsPossible) {
+        return window.startSystemMove();
+    }
+    return false;
+}
+
+} // namespace
+
 SystemMove::SystemMove(MainWindow &window)
     : QObject(&window)
     , m_window(window)
@@ -18,12 +31,13 @@ SystemMove::SystemMove(MainWindow &window)
 
 bool SystemMove::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::MouseButtonPress) {
+    // Qt calls the second of two quick presses a double click.
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick) {
         return false;
     }
     // The window itself decides whether this press begins a drag.
     watched->event(event);
-    if (m_window.isDragging() && m_window.windowHandle()->startSystemMove()) {
+    if (m_window.isDragging() && startSystemMove(*m_window.windowHandle())) {
         release(*static_cast<QMouseEvent *>(event));
     }
     return true;

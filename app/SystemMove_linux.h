@@ -13,6 +13,9 @@ class QMouseEvent;
 class SystemMove : public QObject
 {
 public:
+    /// Whether Qt can ask the compositor for this.
+    static constexpr bool kIsPossible = QT_VERSION >= QT_VERSION_CHECK(5, 15, 0);
+
     /// Watches \a window, which owns it.
     explicit SystemMove(MainWindow &window);
 

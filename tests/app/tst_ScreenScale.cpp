@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QtTest>
+#include <qpa/qplatformnativeinterface.h>
 
 /// How much the window grows with what a desktop tells. Needs an X screen.
 class tst_ScreenScale : public QObject
@@ -13,21 +14,31 @@ class tst_ScreenScale : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
     void isRounded_data();
     void isRounded();
-    void needsX_data();
-    void needsX();
+    void dependsOnWhatQtUses_data();
+    void dependsOnWhatQtUses();
+    void startLooksTheSameToTheDesktop_data();
+    void startLooksTheSameToTheDesktop();
 };
 
-/// Starts Qt as the program does, with \a arguments, and returns how many pixels are a point then.
-static qreal startedScale(const QList<QByteArray> &arguments = {})
+namespace {
+
+/// Qt, started as the program starts it.
+struct Started
 {
-    QVector<QByteArray> texts = {"fw-update"};
-    texts += arguments.toVector();
-    texts.append("--own");
+    qreal scale = 0;
+    QList<QByteArray> argumentsLeft;
+    QByteArray startupId; ///< By this a desktop knows the start again once the window is shown.
+};
+
+Started start(QList<QByteArray> arguments)
+{
+    arguments.prepend("fw-update");
     QVector<char *> argv;
-    for (QByteArray &text : texts) {
-        argv.append(text.data());
+    for (QByteArray &argument : arguments) {
+        argv.append(argument.data());
     }
     int argc = argv.size();
     argv.append(nullptr);
@@ -35,8 +46,23 @@ static qreal startedScale(const QList<QByteArray> &arguments = {})
     Desktop desktop;
     const std::unique_ptr<QApplication> application = desktop.startQt(argc, argv.data());
     desktop.restoreEnvironment();
-    // Qt takes out what it knows, and nothing else.
-    return argc == 2 && argv[1] == QByteArray("--own") ? application->devicePixelRatio() : 0;
+
+    Started started;
+    started.scale = application->devicePixelRatio();
+    for (int i = 1; i < argc; ++i) {
+        started.argumentsLeft.append(argv[i]);
+    }
+    started.startupId = static_cast<const char *>(
+        QGuiApplication::platformNativeInterface()->nativeResourceForIntegration("startupid"));
+    return started;
+}
+
+} // namespace
+
+void tst_ScreenScale::init()
+{
+    qunsetenv("QT_FONT_DPI");
+    qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
 void tst_ScreenScale::isRounded_data()
@@ -62,38 +88,67 @@ void tst_ScreenScale::isRounded()
     QFETCH(const qreal, scale);
 
     ScreenResources::set("Xft.dpi:\t" + dpi + '\n');
-    qunsetenv("QT_FONT_DPI");
-    QCOMPARE(startedScale(), scale);
+    QCOMPARE(start({}).scale, scale);
     QVERIFY(!qEnvironmentVariableIsSet("QT_SCALE_FACTOR"));
 }
 
-void tst_ScreenScale::needsX_data()
+void tst_ScreenScale::dependsOnWhatQtUses_data()
 {
     QTest::addColumn<QByteArray>("platform");
+    QTest::addColumn<QByteArray>("display");
     QTest::addColumn<QList<QByteArray>>("arguments");
     QTest::addColumn<qreal>("scale");
 
     using Arguments = QList<QByteArray>;
-    QTest::newRow("user chooses X") << QByteArray("xcb") << Arguments() << 2.0;
-    QTest::newRow("user chooses X by argument")
-        << QByteArray("offscreen") << Arguments{"-platform", "xcb"} << 2.0;
-    QTest::newRow("user chooses another platform") << QByteArray("offscreen") << Arguments() << 1.0;
-    QTest::newRow("user chooses another platform by argument")
-        << QByteArray("xcb") << Arguments{"-platform", "offscreen"} << 1.0;
-    QTest::newRow("user prefers another platform, and has it")
-        << QByteArray("offscreen;xcb") << Arguments() << 1.0;
+    const QByteArray display = qgetenv("DISPLAY");
+    const auto row = [](const char *name, const QByteArray &platform, const QByteArray &screen,
+                        const Arguments &arguments, qreal scale) {
+        QTest::newRow(name) << platform << screen << arguments << scale;
+    };
+    row("X", "xcb", display, {}, 2);
+    row("X, chosen by argument", "offscreen", display, {"-platform", "xcb"}, 2);
+    row("X, since the platform that the user prefers is missing", "none;xcb", display, {}, 2);
+    row("X on a screen chosen by argument", "xcb", ":nowhere", {"-display", display}, 2);
+    row("X on a screen chosen by another spelling", "xcb", ":nowhere", {"--display", display}, 2);
+    row("another platform", "offscreen", display, {}, 1);
+    row("another platform, chosen by argument", "xcb", display, {"-platform", "offscreen"}, 1);
+    row("another platform, which the user prefers to X", "offscreen;xcb", display, {}, 1);
 }
 
-void tst_ScreenScale::needsX()
+void tst_ScreenScale::dependsOnWhatQtUses()
 {
     QFETCH(const QByteArray, platform);
+    QFETCH(const QByteArray, display);
     QFETCH(const QList<QByteArray>, arguments);
     QFETCH(const qreal, scale);
 
     ScreenResources::set("Xft.dpi:\t192\n");
-    qunsetenv("QT_FONT_DPI");
+    const QByteArray screen = qgetenv("DISPLAY");
     qputenv("QT_QPA_PLATFORM", platform);
-    QCOMPARE(startedScale(arguments), scale);
+    qputenv("DISPLAY", display);
+    const Started started = start(arguments);
+    qputenv("DISPLAY", screen);
+    QCOMPARE(started.scale, scale);
+    QCOMPARE(started.argumentsLeft, QList<QByteArray>());
+}
+
+void tst_ScreenScale::startLooksTheSameToTheDesktop_data()
+{
+    QTest::addColumn<QByteArray>("dpi");
+    QTest::newRow("usual screen") << QByteArray("96");
+    QTest::newRow("dense screen") << QByteArray("192");
+}
+
+void tst_ScreenScale::startLooksTheSameToTheDesktop()
+{
+    QFETCH(const QByteArray, dpi);
+
+    ScreenResources::set("Xft.dpi:\t" + dpi + '\n');
+    qputenv("DESKTOP_STARTUP_ID", "start_TIME1");
+    const Started started = start({"--own", "-name", "other"});
+    QCOMPARE(started.startupId, QByteArray("start_TIME1"));
+    QCOMPARE(started.argumentsLeft, QList<QByteArray>{"--own"});
+    QVERIFY(!qEnvironmentVariableIsSet("DESKTOP_STARTUP_ID"));
 }
 
 QTEST_APPLESS_MAIN(tst_ScreenScale)

@@ -44,25 +44,33 @@ void tst_DenseScreen::windowGrowsWithTheScreen_data()
 {
     QTest::addColumn<QByteArray>("resources");
     QTest::addColumn<QStringList>("settings");
+    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("factor");
 
-    QTest::newRow("desktop says nothing") << QByteArray() << QStringList() << 1;
-    QTest::newRow("usual screen") << QByteArray("Xft.dpi:\t96\n") << QStringList() << 1;
-    QTest::newRow("hardly denser") << QByteArray("Xft.dpi:\t120\n") << QStringList() << 1;
-    QTest::newRow("twice as dense") << QByteArray("Xft.dpi:\t192\n") << QStringList() << 2;
-    QTest::newRow("no number") << QByteArray("Xft.dpi:\tmany\n") << QStringList() << 1;
-    QTest::newRow("user wants no scaling")
-        << QByteArray("Xft.dpi:\t192\n") << QStringList{"QT_ENABLE_HIGHDPI_SCALING=0"} << 1;
-    QTest::newRow("user wants a factor of 1")
-        << QByteArray("Xft.dpi:\t192\n") << QStringList{"QT_SCALE_FACTOR=1"} << 1;
-    QTest::newRow("user wants a factor of 2")
-        << QByteArray() << QStringList{"QT_SCALE_FACTOR=2"} << 2;
+    const auto row = [](const char *name, const QByteArray &resources, const QStringList &settings,
+                        const QStringList &arguments, int factor) {
+        QTest::newRow(name) << resources << settings << arguments << factor;
+    };
+    const QByteArray dense = "Xft.dpi:\t192\n";
+    row("desktop says nothing", "", {}, {}, 1);
+    row("usual screen", "Xft.dpi:\t96\n", {}, {}, 1);
+    row("hardly denser", "Xft.dpi:\t120\n", {}, {}, 1);
+    row("one and a half times as dense", "Xft.dpi:\t144\n", {}, {}, 2);
+    row("twice as dense", dense, {}, {}, 2);
+    row("no number", "Xft.dpi:\tmany\n", {}, {}, 1);
+    row("user chooses X", dense, {"QT_QPA_PLATFORM=offscreen"}, {"-platform", "xcb"}, 2);
+    row("no Wayland", dense, {"QT_QPA_PLATFORM=wayland;xcb", "WAYLAND_DISPLAY=none"}, {}, 2);
+    row("user switches scaling on", dense, {"QT_AUTO_SCREEN_SCALE_FACTOR=1"}, {}, 2);
+    row("user switches scaling off", dense, {"QT_ENABLE_HIGHDPI_SCALING=0"}, {}, 1);
+    row("user wants a factor of 1", dense, {"QT_SCALE_FACTOR=1"}, {}, 1);
+    row("user wants a factor of 2", "", {"QT_SCALE_FACTOR=2"}, {}, 2);
 }
 
 void tst_DenseScreen::windowGrowsWithTheScreen()
 {
     QFETCH(const QByteArray, resources);
     QFETCH(const QStringList, settings);
+    QFETCH(const QStringList, arguments);
     QFETCH(const int, factor);
 
     ScreenResources::set(resources);
@@ -73,7 +81,7 @@ void tst_DenseScreen::windowGrowsWithTheScreen()
     }
     QProcess program;
     program.setProcessEnvironment(environment);
-    program.start(FW_UPDATE_PROGRAM, QStringList());
+    program.start(FW_UPDATE_PROGRAM, arguments);
     ScreenUser user("FW Update");
     QTRY_VERIFY_WITH_TIMEOUT(user.seesWindow(), 20000);
     QCOMPARE(user.windowGeometry().size(), QSize(500, 260) * factor);
