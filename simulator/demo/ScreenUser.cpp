@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 // Last, because of its macros.
@@ -59,6 +60,21 @@ Window findBelow(Display *display, Window window, const QString &title)
     return found;
 }
 
+/// A screenshot of \a area of the screen.
+QImage grab(const QRect &area)
+{
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+/// The X server's number of \a button.
+unsigned int numberOf(Qt::MouseButton button)
+{
+    return button == Qt::LeftButton ? Button1 : button == Qt::MiddleButton ? Button2 : Button3;
+}
+
 /// Ignores errors, since a window may disappear at any time. Xlib would exit the process.
 int ignoreError(Display * /*display*/, XErrorEvent * /*event*/)
 {
@@ -78,7 +94,18 @@ bool ScreenUser::canSee()
 }
 
 ScreenUser::ScreenUser(QString title)
+    : ScreenUser(std::move(title), QColor(), 1)
+{ }
+
+ScreenUser ScreenUser::onWayland(const QColor &colour, int scale)
+{
+    return ScreenUser(QString(), colour, scale);
+}
+
+ScreenUser::ScreenUser(QString title, const QColor &colour, int scale)
     : m_title(std::move(title))
+    , m_colour(colour)
+    , m_scale(scale)
     , m_display(XOpenDisplay(nullptr))
 {
     if (m_display == nullptr) {
@@ -94,58 +121,43 @@ ScreenUser::~ScreenUser()
 
 bool ScreenUser::seesWindow()
 {
-    return find() != 0;
+    return !windowGeometry().isEmpty();
 }
 
 QRect ScreenUser::windowGeometry()
 {
-    const Window window = find();
-    if (window == 0) {
-        return {};
-    }
-    XWindowAttributes attributes = {};
-    int x = 0;
-    int y = 0;
-    Window child = 0;
-    if (XGetWindowAttributes(m_display, window, &attributes) == 0
-        || XTranslateCoordinates(m_display, window, attributes.root, 0, 0, &x, &y, &child) == 0) {
-        return {};
-    }
-    return {x, y, attributes.width, attributes.height};
+    return m_title.isEmpty() ? geometryByColour() : geometryByTitle();
 }
 
 QImage ScreenUser::look()
 {
     const QRect area = windowGeometry();
-    if (area.isEmpty()) {
-        return {};
-    }
-    return QGuiApplication::primaryScreen()
-        ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .toImage()
-        .convertToFormat(QImage::Format_RGB32);
+    return area.isEmpty() ? QImage() : grab(area);
 }
 
 void ScreenUser::movePointer(const QPoint &position)
 {
-    movePointerOnScreen(windowGeometry().topLeft() + position);
+    movePointerOnScreen(windowGeometry().topLeft() + position * m_scale);
 }
 
 void ScreenUser::movePointerOnScreen(const QPoint &position)
 {
+    if (m_title.isEmpty() && !m_isInside) {
+        enterDesktop();
+    }
     XTestFakeMotionEvent(m_display, -1, position.x(), position.y(), CurrentTime);
     XSync(m_display, False);
 }
 
-void ScreenUser::press()
+void ScreenUser::press(Qt::MouseButton button)
 {
-    XTestFakeButtonEvent(m_display, Button1, True, CurrentTime);
+    XTestFakeButtonEvent(m_display, numberOf(button), True, CurrentTime);
     XSync(m_display, False);
 }
 
-void ScreenUser::release()
+void ScreenUser::release(Qt::MouseButton button)
 {
-    XTestFakeButtonEvent(m_display, Button1, False, CurrentTime);
+    XTestFakeButtonEvent(m_display, numberOf(button), False, CurrentTime);
     XSync(m_display, False);
 }
 
@@ -156,14 +168,14 @@ void ScreenUser::click(const QPoint &position)
     release();
 }
 
-void ScreenUser::drag(const QPoint &from, const QPoint &to)
+void ScreenUser::drag(const QPoint &from, const QPoint &to, Qt::MouseButton button)
 {
     constexpr int kSteps = 5;
     const QPoint origin = windowGeometry().topLeft();
-    movePointerOnScreen(origin + from);
-    press();
+    movePointerOnScreen(origin + from * m_scale);
+    press(button);
     for (int step = 1; step <= kSteps; ++step) {
-        movePointerOnScreen(origin + from + (to - from) * step / kSteps);
+        movePointerOnScreen(origin + (from + (to - from) * step / kSteps) * m_scale);
     }
 }
 
@@ -187,7 +199,55 @@ bool ScreenUser::waitUntil(const std::function<bool()> &condition, int milliseco
     return holds;
 }
 
-unsigned long ScreenUser::find() const
+QRect ScreenUser::geometryByTitle() const
 {
-    return findBelow(m_display, DefaultRootWindow(m_display), m_title);
+    const Window window = findBelow(m_display, DefaultRootWindow(m_display), m_title);
+    XWindowAttributes attributes = {};
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    if (window == 0 || XGetWindowAttributes(m_display, window, &attributes) == 0
+        || XTranslateCoordinates(m_display, window, attributes.root, 0, 0, &x, &y, &child) == 0) {
+        return {};
+    }
+    return {x, y, attributes.width, attributes.height};
+}
+
+QRect ScreenUser::geometryByColour() const
+{
+    const QImage screen = grab(QGuiApplication::primaryScreen()->geometry());
+    QRect found;
+    for (int y = 0; y < screen.height(); ++y) {
+        const auto *const begin = reinterpret_cast<const QRgb *>(screen.constScanLine(y));
+        const auto *const end = begin + screen.width();
+        const auto *const first = std::find(begin, end, m_colour.rgb());
+        if (first == end) {
+            continue;
+        }
+        const auto *last = end - 1;
+        while (*last != m_colour.rgb()) {
+            --last;
+        }
+        found |= QRect(QPoint(static_cast<int>(first - begin), y),
+                       QPoint(static_cast<int>(last - begin), y));
+    }
+    return found;
+}
+
+void ScreenUser::enterDesktop()
+{
+    // A nested desktop adds up the movements since the pointer entered its window. If the pointer
+    // was already there when the window appeared, the desktop may assume that it was in the corner.
+    // A window on top for a moment makes the pointer leave and enter again.
+    XSetWindowAttributes attributes = {};
+    attributes.override_redirect = True;
+    const QSize size = QGuiApplication::primaryScreen()->size();
+    const Window cover
+        = XCreateWindow(m_display, DefaultRootWindow(m_display), 0, 0,
+                        static_cast<unsigned>(size.width()), static_cast<unsigned>(size.height()),
+                        0, 0, InputOnly, nullptr, CWOverrideRedirect, &attributes);
+    XMapRaised(m_display, cover);
+    XDestroyWindow(m_display, cover);
+    XSync(m_display, False);
+    m_isInside = true;
 }

@@ -9,12 +9,24 @@
 
 namespace {
 
+constexpr int kWidth = 500;
 constexpr QRect kStatusArea(35, 100, 430, 30);
 constexpr QRect kProgressArea(35, 150, 430, 30);
 constexpr QRect kUpgradeArea(170, 200, 160, 36);
 
+/// How many pixels of the picture \a window show one pixel of the window.
+int scaleOf(const QImage &window)
+{
+    return window.width() / kWidth;
+}
+
+QRect scaled(const QRect &area, int scale)
+{
+    return {area.topLeft() * scale, area.size() * scale};
+}
+
 /// Draws the program's status line with \a text.
-QImage drawStatus(const QString &text)
+QImage drawStatus(const QString &text, int scale)
 {
     QWidget window;
     window.setPalette(QPalette(QColor(0x0f, 0x17, 0x1d)));
@@ -28,7 +40,8 @@ QImage drawStatus(const QString &text)
     label.setAlignment(Qt::AlignCenter);
     label.setFixedSize(kStatusArea.size());
     label.setText(text);
-    QImage image(kStatusArea.size(), QImage::Format_RGB32);
+    QImage image(kStatusArea.size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
     image.fill(QColor(0x0f, 0x17, 0x1d));
     window.render(&image);
     return image;
@@ -53,13 +66,14 @@ int difference(const QImage &one, const QImage &other)
 QString WindowLook::statusText(const QImage &window, const QStringList &others)
 {
     constexpr int kTolerance = 4;
-    if (window.isNull()) {
+    const int scale = scaleOf(window);
+    if (scale == 0) {
         return {};
     }
-    const QImage shown = window.copy(kStatusArea);
+    const QImage shown = window.copy(scaled(kStatusArea, scale));
     const QStringList candidates = QStringList{"", kNoDeviceFound, kUpgrading, kSuccess} + others;
     for (const QString &candidate : candidates) {
-        if (difference(shown, drawStatus(candidate)) <= kTolerance) {
+        if (difference(shown, drawStatus(candidate, scale)) <= kTolerance) {
             return candidate.isNull() ? QString("") : candidate;
         }
     }
@@ -69,9 +83,10 @@ QString WindowLook::statusText(const QImage &window, const QStringList &others)
 int WindowLook::progress(const QImage &window)
 {
     constexpr int kMaximum = 10000;
+    const int scale = scaleOf(window);
     int filled = 0;
-    for (int x = kProgressArea.left(); x <= kProgressArea.right() && !window.isNull(); ++x) {
-        const QColor colour = window.pixelColor(x, kProgressArea.center().y());
+    for (int x = kProgressArea.left(); x <= kProgressArea.right() && scale > 0; ++x) {
+        const QColor colour = window.pixelColor(QPoint(x, kProgressArea.center().y()) * scale);
         if (colour == QColor(25, 240, 234)) {
             filled = x - kProgressArea.left() + 1;
         }
@@ -86,8 +101,9 @@ bool WindowLook::isUpgradeEnabled(const QImage &window)
     if (window.isNull()) {
         return false;
     }
-    for (int y = kUpgradeArea.top(); y <= kUpgradeArea.bottom(); ++y) {
-        for (int x = kUpgradeArea.left(); x <= kUpgradeArea.right(); ++x) {
+    const QRect area = scaled(kUpgradeArea, scaleOf(window));
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
             brightest = qMax(brightest, qGray(window.pixel(x, y)));
         }
     }

@@ -10,8 +10,9 @@
 
 /// Recognises texts and states in a picture of the program's window.
 ///
-/// The picture has 500 x 260 pixels. Texts are recognised by drawing the possible ones in this
-/// process, whose fonts must have the same settings as the program's.
+/// The picture has 500 x 260 pixels, or an integer multiple of that on a dense screen. Texts are
+/// recognised by drawing the possible ones in this process, whose fonts must have the same settings
+/// as the program's.
 namespace WindowLook {
 
 /// Click positions of the buttons.

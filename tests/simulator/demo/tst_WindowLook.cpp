@@ -9,6 +9,19 @@
 
 using namespace WindowParts;
 
+namespace {
+
+/// A screenshot of \a window on a screen with this scale.
+QImage pictureOf(MainWindow &window, int scale)
+{
+    QImage picture(window.size() * scale, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    window.render(&picture);
+    return picture;
+}
+
+} // namespace
+
 /// Compares what WindowLook recognises with the window itself.
 class tst_WindowLook : public QObject
 {
@@ -47,9 +60,11 @@ void tst_WindowLook::readsTheStatus()
 
     MainWindow window;
     statusLabel(window)->setText(shown);
-    const QString status = WindowLook::statusText(window.grab().toImage(), {"trouble"});
-    QCOMPARE(status, read);
-    QCOMPARE(status.isNull(), read.isNull());
+    for (const int scale : {1, 2}) {
+        const QString status = WindowLook::statusText(pictureOf(window, scale), {"trouble"});
+        QCOMPARE(status, read);
+        QCOMPARE(status.isNull(), read.isNull());
+    }
 }
 
 void tst_WindowLook::readsTheProgress_data()
@@ -69,15 +84,19 @@ void tst_WindowLook::readsTheProgress()
 
     MainWindow window;
     window.findChild<CustomProgressBar *>()->setValue(value);
-    QCOMPARE(WindowLook::progress(window.grab().toImage()), read);
+    for (const int scale : {1, 2}) {
+        QCOMPARE(WindowLook::progress(pictureOf(window, scale)), read);
+    }
 }
 
 void tst_WindowLook::tellsWhetherTheButtonIsEnabled()
 {
-    MainWindow window;
-    QVERIFY(WindowLook::isUpgradeEnabled(window.grab().toImage()));
-    upgradeButton(window)->setEnabled(false);
-    QVERIFY(!WindowLook::isUpgradeEnabled(window.grab().toImage()));
+    for (const int scale : {1, 2}) {
+        MainWindow window;
+        QVERIFY(WindowLook::isUpgradeEnabled(pictureOf(window, scale)));
+        upgradeButton(window)->setEnabled(false);
+        QVERIFY(!WindowLook::isUpgradeEnabled(pictureOf(window, scale)));
+    }
 }
 
 void tst_WindowLook::findsTheButtons()
