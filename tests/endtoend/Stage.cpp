@@ -6,7 +6,9 @@
 #include "simulator/demo/WindowLook.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QJsonDocument>
+#include <QScreen>
 #include <QTest>
 
 #include <random>
@@ -24,12 +26,42 @@ QByteArray firmware()
     return bytes;
 }
 
+ScreenUser userInFrontOfTheScreen()
+{
+    constexpr QRgb kBackground = 0xFF0F171D; // of the program's window
+    return Stage::isOnWayland() ? ScreenUser::onWayland(QColor(kBackground), Stage::scale())
+                                : ScreenUser("FW Update");
+}
+
+/// What the program would find if its user had started it.
+QProcessEnvironment usersEnvironment(QProcessEnvironment environment)
+{
+    environment.remove("QT_FONT_DPI");
+    environment.remove("QT_QPA_PLATFORM");
+    environment.remove("SCREEN_SCALE");
+    environment.insert("XDG_SESSION_TYPE", Stage::isOnWayland() ? "wayland" : "x11");
+    if (Stage::isOnWayland()) {
+        environment.remove("DISPLAY");
+    }
+    return environment;
+}
+
 } // namespace
+
+int Stage::scale()
+{
+    return qMax(1, qEnvironmentVariableIntValue("SCREEN_SCALE"));
+}
+
+bool Stage::isOnWayland()
+{
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
 
 Stage::Stage(const DeviceBehaviour &behaviour)
     : device(testbed, behaviour)
     , program(testbed)
-    , user("FW Update")
+    , user(userInFrontOfTheScreen())
     , package(DfuPackage::forFirmware(firmware()))
 {
     QFile::copy(FW_UPDATE_PROGRAM, path("fw-update"));
@@ -37,16 +69,14 @@ Stage::Stage(const DeviceBehaviour &behaviour)
     if (package.write(path("dfu.zip")) != DfuPackage::Error::None) {
         qFatal("cannot write the package");
     }
-    // Users do not set this, and it changes the look of the program.
-    QProcessEnvironment environment = program.environment();
-    environment.remove("QT_FONT_DPI");
-    program.setEnvironment(environment);
+    program.setEnvironment(usersEnvironment(program.environment()));
     program.setLog(path("log"));
 }
 
 Stage::~Stage()
 {
     constexpr int kLongest = 20000;
+    user.release(); // a failed test may have left it pressed
     if (program.isRunning()) {
         program.terminate();
     }
@@ -68,15 +98,47 @@ bool Stage::open(const QString &directory)
 {
     constexpr int kLongest = 20000;
     const QString workingDirectory = directory.isEmpty() ? m_folder.path() : directory;
-    user.movePointerOnScreen({1000, 700});
-    return program.start(path("fw-update"), {}, workingDirectory)
-        && ScreenUser::waitUntil([this] { return isUpgradeEnabled(); }, kLongest);
+    if (!program.start(path("fw-update"), {}, workingDirectory)
+        || !ScreenUser::waitUntil([this] { return user.seesWindow(); }, kLongest)) {
+        return false;
+    }
+    movePointerAside();
+    return ScreenUser::waitUntil([this] { return isUpgradeEnabled(); }, kLongest);
 }
 
 void Stage::click(const QPoint &position)
 {
     user.click(position);
-    user.movePointerOnScreen({1000, 700});
+    movePointerAside();
+}
+
+void Stage::movePointerAside()
+{
+    user.movePointerOnScreen(QPoint(1000, 700) * scale());
+}
+
+QPoint Stage::position()
+{
+    return user.windowGeometry().topLeft() / scale();
+}
+
+bool Stage::drag(const QPoint &from, const QPoint &way, Qt::MouseButton button, int milliseconds)
+{
+    const QPoint before = position();
+    const auto follows = [&] {
+        user.movePointerOnScreen((before + from + way) * scale());
+        return position() == before + way;
+    };
+    user.drag(from, from + way, button);
+    return ScreenUser::waitUntil(follows, milliseconds);
+}
+
+QPoint Stage::inward(const QPoint &way)
+{
+    const QPoint centre = user.windowGeometry().center();
+    const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
+    return {centre.x() > middle.x() ? -way.x() : way.x(),
+            centre.y() > middle.y() ? -way.y() : way.y()};
 }
 
 QString Stage::status()
@@ -94,13 +156,15 @@ bool Stage::isUpgradeEnabled()
     return WindowLook::isUpgradeEnabled(user.look());
 }
 
+QByteArray Stage::log() const
+{
+    QFile file(path("log"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void Stage::tellLog() const
 {
-    QFile log(path("log"));
-    if (!log.open(QIODevice::ReadOnly)) {
-        return;
-    }
-    const QList<QByteArray> lines = log.readAll().split('\n');
+    const QList<QByteArray> lines = log().split('\n');
     for (const QByteArray &line : lines) {
         if (line != "Standard Output: \"\"") { // each tick writes one
             qInfo("fw-update: %s", line.constData());

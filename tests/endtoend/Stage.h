@@ -13,10 +13,17 @@
 #include <QTemporaryDir>
 
 /// Everything for one upgrade: the unmodified program in a folder with the vendor's two files, a
-/// simulated device, and a user in front of the screen.
+/// simulated device, and a user in front of the screen, which shows either the program's window
+/// alone or a Wayland desktop with the window.
 class Stage
 {
 public:
+    /// How many pixels of the screen one of the window's is.
+    static int scale();
+
+    /// Whether the screen shows a Wayland desktop.
+    static bool isOnWayland();
+
     explicit Stage(const DeviceBehaviour &behaviour = {});
 
     /// Waits for a tool that is still running. Shows the program's log if the test has failed.
@@ -34,6 +41,19 @@ public:
 
     /// Clicks the upgrade button and moves the pointer away, so that nothing is hovered.
     void click(const QPoint &position);
+    void movePointerAside();
+
+    /// Where the window is, in its own pixels.
+    QPoint position();
+
+    /// Presses and moves by \a way until the window has followed, at most \a milliseconds, without
+    /// releasing; returns whether it has. A Wayland desktop only moves it once the program has
+    /// asked for that.
+    bool drag(const QPoint &from, const QPoint &way, Qt::MouseButton button, int milliseconds);
+
+    /// As far as \a way, in the direction in which the window stays on the screen; desktops open
+    /// it anywhere.
+    QPoint inward(const QPoint &way);
 
     /// The status text: one of the program's own texts or of the added ones. Null for others.
     QString status();
@@ -42,6 +62,9 @@ public:
     bool isUpgradeEnabled();
 
     QString path(const QString &file) const { return m_folder.filePath(file); }
+
+    /// The program's standard output and standard error.
+    QByteArray log() const;
 
     /// The contents of record.json, which the tool's command "record" writes; empty before.
     QJsonObject record() const;

@@ -41,7 +41,6 @@ class tst_Upgrade : public QObject
     Q_OBJECT
 
 private slots:
-    void fromTheApplication();
     void fromTheBootloader();
     void withSeveralPortsTheFirstIsUsed();
     void deviceIsNotFound_data();
@@ -53,34 +52,10 @@ private slots:
     void brokenUpgradeShowsAnError();
     void timeOut();
     void closingLeavesTheToolAlone();
-    void windowIsDraggedByItsBand_data();
-    void windowIsDraggedByItsBand();
     void toolIsCalledAsEver();
     void toolIsMadeExecutable_data();
     void toolIsMadeExecutable();
 };
-
-void tst_Upgrade::fromTheApplication()
-{
-    Stage stage(unhurried());
-    stage.device.startInApplication();
-    QVERIFY(stage.open());
-    QCOMPARE(stage.status(), QString(""));
-    QCOMPARE(stage.progress(), 0);
-    QCOMPARE(stage.user.windowGeometry().size(), QSize(500, 260));
-
-    stage.click(WindowLook::kUpgradeButton);
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
-    QVERIFY(!stage.isUpgradeEnabled());
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
-    QTRY_COMPARE(stage.progress(), 10000);
-    QTRY_VERIFY(stage.isUpgradeEnabled());
-
-    QCOMPARE(stage.device.reports(),
-             QList<QByteArray>{QByteArray("\xAA\xBB") + QByteArray(62, '\0')});
-    QCOMPARE(stage.device.image(), stage.package.firmware);
-    QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Application);
-}
 
 void tst_Upgrade::fromTheBootloader()
 {
@@ -247,37 +222,6 @@ void tst_Upgrade::closingLeavesTheToolAlone()
 
     QTRY_COMPARE_WITH_TIMEOUT(stage.device.image(), stage.package.firmware, kSoon);
     QTRY_VERIFY(stage.program.isAllFinished());
-}
-
-void tst_Upgrade::windowIsDraggedByItsBand_data()
-{
-    QTest::addColumn<QPoint>("from");
-    QTest::addColumn<QPoint>("to");
-    QTest::addColumn<bool>("moves");
-    QTest::newRow("by its heading") << QPoint(250, 30) << QPoint(330, 70) << true;
-    QTest::newRow("by the band's last row") << QPoint(20, 89) << QPoint(120, 89) << true;
-    QTest::newRow("below the band") << QPoint(20, 90) << QPoint(120, 90) << false;
-    QTest::newRow("from below the band into it") << QPoint(20, 90) << QPoint(120, 60) << false;
-}
-
-void tst_Upgrade::windowIsDraggedByItsBand()
-{
-    QFETCH(const QPoint, from);
-    QFETCH(const QPoint, to);
-    QFETCH(const bool, moves);
-    Stage stage;
-    QVERIFY(stage.open());
-    const QPoint before = stage.user.windowGeometry().topLeft();
-    const QPoint after = before + (moves ? to - from : QPoint());
-
-    stage.user.drag(from, to);
-    stage.user.release();
-    // The reaction to a click shows that the program has handled the drag.
-    QTRY_COMPARE(stage.user.windowGeometry().topLeft(), after);
-    stage.click(WindowLook::kUpgradeButton);
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
-
-    QCOMPARE(stage.user.windowGeometry().topLeft(), after);
 }
 
 void tst_Upgrade::toolIsCalledAsEver()

@@ -1,0 +1,177 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "simulator/demo/WindowLook.h"
+#include "tests/endtoend/Stage.h"
+
+#include <QtTest>
+
+Q_DECLARE_METATYPE(Qt::MouseButton)
+
+namespace {
+
+constexpr int kSoon = 20000;
+constexpr int kShortly = 500;
+
+/// A part of the upgrade button that a pointer at its other end does not hide.
+QImage leftOfUpgradeButton(Stage &stage)
+{
+    const int scale = Stage::scale();
+    return stage.user.look().copy(172 * scale, 202 * scale, 30 * scale, 32 * scale);
+}
+
+} // namespace
+
+/// What a user does with the window, on an X screen or on a Wayland desktop of any scale.
+class tst_Window : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void opensAndCloses_data();
+    void opensAndCloses();
+    void upgrades();
+    void isDraggedByItsBand_data();
+    void isDraggedByItsBand();
+    void pointerWorksAfterADrag();
+    void looksTheSameAsOnX();
+};
+
+void tst_Window::opensAndCloses_data()
+{
+    QTest::addColumn<QString>("desktop");
+    QTest::newRow("desktop without a name") << QString();
+    QTest::newRow("GNOME") << "GNOME";
+    QTest::newRow("KDE") << "KDE";
+}
+
+void tst_Window::opensAndCloses()
+{
+    QFETCH(const QString, desktop);
+    Stage stage;
+    QProcessEnvironment environment = stage.program.environment();
+    environment.insert("XDG_CURRENT_DESKTOP", desktop);
+    stage.program.setEnvironment(environment);
+    QVERIFY(stage.open());
+
+    QCOMPARE(stage.user.windowGeometry().size(), QSize(500, 260) * Stage::scale());
+    QCOMPARE(stage.status(), QString(""));
+    QCOMPARE(stage.progress(), 0);
+
+    stage.user.click(WindowLook::kCloseButton);
+    QTRY_VERIFY(!stage.program.isRunning());
+    QCOMPARE(stage.program.exitCode(), 0);
+    QTRY_VERIFY(!stage.user.seesWindow());
+    QCOMPARE(stage.log(), QByteArray());
+}
+
+void tst_Window::upgrades()
+{
+    DeviceBehaviour unhurried;
+    unhurried.answerDelay = 15;
+    Stage stage(unhurried);
+    stage.device.startInApplication();
+    QVERIFY(stage.open());
+
+    stage.click(WindowLook::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kUpgrading), kSoon);
+    QVERIFY(!stage.isUpgradeEnabled());
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kSuccess), kSoon);
+    QTRY_COMPARE(stage.progress(), 10000);
+    QTRY_VERIFY(stage.isUpgradeEnabled());
+
+    QCOMPARE(stage.device.reports(),
+             QList<QByteArray>{QByteArray("\xAA\xBB") + QByteArray(62, '\0')});
+    QCOMPARE(stage.device.image(), stage.package.firmware);
+    QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Application);
+}
+
+void tst_Window::isDraggedByItsBand_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QPoint>("to");
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<bool>("moves");
+    const auto row
+        = [](const char *name, QPoint from, QPoint to, Qt::MouseButton button, bool moves) {
+              QTest::newRow(name) << from << to << button << moves;
+          };
+    row("by its heading", {250, 30}, {330, 70}, Qt::LeftButton, true);
+    row("by the band's first row", {20, 0}, {120, 0}, Qt::LeftButton, true);
+    row("by the band's last row", {20, 89}, {120, 89}, Qt::LeftButton, true);
+    row("below the band", {20, 90}, {120, 90}, Qt::LeftButton, false);
+    row("from below the band into it", {20, 90}, {120, 60}, Qt::LeftButton, false);
+    row("by the right button", {20, 40}, {120, 60}, Qt::RightButton, false);
+    row("by the close button", {470, 27}, {370, 60}, Qt::LeftButton, false);
+    row("by the upgrade button", {250, 218}, {350, 40}, Qt::LeftButton, false);
+}
+
+void tst_Window::isDraggedByItsBand()
+{
+    QFETCH(const QPoint, from);
+    QFETCH(const QPoint, to);
+    QFETCH(const Qt::MouseButton, button);
+    QFETCH(const bool, moves);
+    Stage stage;
+    QVERIFY(stage.open());
+    const QPoint way = moves ? stage.inward(to - from) : to - from;
+    const QPoint before = stage.position();
+    QCOMPARE(stage.drag(from, way, button, moves ? kSoon : kShortly), moves);
+    stage.user.release(button);
+    const QPoint after = moves ? before + way : before;
+    QCOMPARE(stage.position(), after);
+
+    // The program has handled the drag by the time that it answers a click.
+    stage.click(WindowLook::kUpgradeButton);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kNoDeviceFound), kSoon);
+
+    QCOMPARE(stage.position(), after);
+}
+
+void tst_Window::pointerWorksAfterADrag()
+{
+    constexpr QPoint kPlace(100, 40);
+    Stage stage;
+    QVERIFY(stage.open());
+    const QPoint there = stage.inward({60, 40});
+    const QImage idle = leftOfUpgradeButton(stage);
+
+    QVERIFY(stage.drag(kPlace, there, Qt::LeftButton, kSoon));
+    stage.user.release();
+    stage.user.movePointer({310, 218});
+    QTRY_VERIFY(leftOfUpgradeButton(stage) != idle);
+    stage.movePointerAside();
+    QTRY_COMPARE(leftOfUpgradeButton(stage), idle);
+
+    QVERIFY(stage.drag(kPlace, -there, Qt::LeftButton, kSoon));
+    stage.user.release();
+    QVERIFY(stage.drag(kPlace, there, Qt::LeftButton, kSoon));
+    stage.user.release();
+    stage.user.click(WindowLook::kCloseButton);
+    QTRY_VERIFY(!stage.program.isRunning());
+}
+
+void tst_Window::looksTheSameAsOnX()
+{
+    if (!Stage::isOnWayland()) {
+        QSKIP("this is X");
+    }
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("QT_FONT_DPI");
+    environment.insert("QT_SCALE_FACTOR", QString::number(Stage::scale()));
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(FW_UPDATE_PROGRAM, QStringList());
+    ScreenUser user("FW Update");
+    QTRY_VERIFY_WITH_TIMEOUT(WindowLook::isUpgradeEnabled(user.look()), kSoon);
+    const QImage onX = user.look();
+    program.terminate();
+    QVERIFY(program.waitForFinished());
+
+    Stage stage;
+    QVERIFY(stage.open());
+    QTRY_COMPARE(stage.user.look(), onX);
+}
+
+QTEST_MAIN(tst_Window)
+#include "tst_Window.moc"
