@@ -4,7 +4,11 @@
 #include "widgets/NinePatchPainter_p.h"
 
 #include "tests/support/StripedPicture.h"
+#include "tests/support/WarningCatcher.h"
+#include "tests/support/WidgetPicture.h"
+#include "widgets/NinePatchPainter.h"
 
+#include <QPainter>
 #include <QtTest>
 
 #include <limits>
@@ -12,11 +16,20 @@
 namespace {
 
 constexpr QSize kSource(20, 20);
+constexpr int kAnyMore = std::numeric_limits<int>::max();
+constexpr int kAnyLess = std::numeric_limits<int>::min();
 using Rects = QList<QRect>;
+
+QPixmap redPicture()
+{
+    QPixmap picture(kSource);
+    picture.fill(Qt::red);
+    return picture;
+}
 
 } // namespace
 
-/// The arithmetic and the cuts below the nine-patch painter.
+/// The arithmetic and the cuts of the nine-patch painter, and its limits.
 class tst_NinePatchPieces : public QObject
 {
     Q_OBJECT
@@ -29,6 +42,12 @@ private slots:
     void keepsWhatItWasGiven();
     void scalesWhateverTheShape_data();
     void scalesWhateverTheShape();
+    void scalesUpToHalfAGigabyte_data();
+    void scalesUpToHalfAGigabyte();
+    void twoNegativeSidesCutTheWholePicture_data();
+    void twoNegativeSidesCutTheWholePicture();
+    void paintsNothing_data();
+    void paintsNothing();
 };
 
 void tst_NinePatchPieces::calculatesRects_data()
@@ -56,8 +75,6 @@ void tst_NinePatchPieces::calculatesRects_data()
         << Rects{{0, 3, 5, 5},  {0, 5, 5, -2}, {0, 0, 5, 5},  {5, 0, -2, 5}, {3, 0, 5, 5},
                  {3, 5, 5, -2}, {3, 3, 5, 5},  {5, 3, -2, 5}, {5, 5, -2, -2}};
     constexpr int kMost = 1 << 29;
-    constexpr int kAnyMore = std::numeric_limits<int>::max();
-    constexpr int kAnyLess = std::numeric_limits<int>::min();
     constexpr int kAcross = 20 - 2 * kMost;
     constexpr int kDown = 20 + 2 * kMost;
     QTest::newRow("borders beyond half a billion count as that")
@@ -151,6 +168,78 @@ void tst_NinePatchPieces::scalesWhateverTheShape()
         QCOMPARE(scaled.toImage(),
                  picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).toImage());
     }
+}
+
+void tst_NinePatchPieces::scalesUpToHalfAGigabyte_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("scales");
+
+    // A size closer to the limit would take gigabytes in this test.
+    QTest::newRow("an eighth of it") << QSize(4096, 4096) << true;
+    QTest::newRow("one row more") << QSize(1 << 14, (1 << 13) + 1) << false;
+    QTest::newRow("twice that") << QSize(1 << 14, 1 << 14) << false;
+}
+
+void tst_NinePatchPieces::scalesUpToHalfAGigabyte()
+{
+    QFETCH(QSize, size);
+    QFETCH(bool, scales);
+
+    const NinePatchPainterPrivate pieces(redPicture(), 5, 5, 5, 5, true, true);
+    QCOMPARE(!pieces.scalePixmap(redPicture(), size).isNull(), scales);
+}
+
+void tst_NinePatchPieces::twoNegativeSidesCutTheWholePicture_data()
+{
+    QTest::addColumn<int>("border");
+    QTest::addColumn<int>("piece");
+
+    QTest::newRow("negative borders, a corner")
+        << -(1 << 15) << int(NinePatchPainterPrivate::TopLeft);
+    QTest::newRow("wide borders, the centre") << (1 << 15) << int(NinePatchPainterPrivate::Centre);
+}
+
+/// Such a piece is as empty as any other of negative size, although the product of its sides is
+/// large.
+void tst_NinePatchPieces::twoNegativeSidesCutTheWholePicture()
+{
+    QFETCH(int, border);
+    QFETCH(int, piece);
+
+    const NinePatchPainterPrivate pieces(redPicture(), border, border, border, border, true, true);
+    QCOMPARE(pieces.m_pieces.at(static_cast<std::size_t>(piece)).size(), kSource);
+}
+
+void tst_NinePatchPieces::paintsNothing_data()
+{
+    QTest::addColumn<QPixmap>("picture");
+    QTest::addColumn<int>("source");
+    QTest::addColumn<QVector<int>>("borders");
+
+    QTest::newRow("null picture") << QPixmap() << 5 << QVector<int>{5, 5, 5, 5};
+    QTest::newRow("largest borders") << redPicture() << kAnyMore << QVector<int>(4, kAnyMore);
+    QTest::newRow("smallest borders") << redPicture() << kAnyLess << QVector<int>(4, kAnyLess);
+    QTest::newRow("a corner of one row, half a billion wide")
+        << redPicture() << 5 << QVector<int>{1 << 29, 1, 0, 0};
+}
+
+void tst_NinePatchPieces::paintsNothing()
+{
+    QFETCH(QPixmap, picture);
+    QFETCH(int, source);
+    QFETCH(QVector<int>, borders);
+
+    WarningCatcher warnings;
+    const NinePatchPainter patches(picture, source, source, source, source, true, true);
+    const QImage empty = WidgetPicture::canvas(QSize(40, 40));
+    QImage canvas = empty;
+    QPainter painter(&canvas);
+    patches.paint(&painter, canvas.rect(), borders.at(0), borders.at(1), borders.at(2),
+                  borders.at(3));
+    painter.end();
+    QCOMPARE(canvas, empty);
+    QCOMPARE(warnings.take(), QStringList());
 }
 
 QTEST_MAIN(tst_NinePatchPieces)
