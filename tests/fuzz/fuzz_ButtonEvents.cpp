@@ -6,7 +6,7 @@
 
 #include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzBytes.h"
-#include "tests/reliability/ModelledButton.h"
+#include "tests/models/ModelledButton.h"
 
 #include <QTemporaryDir>
 
@@ -92,12 +92,12 @@ extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const QTemporaryDir folder;
-    static const QStringList names = ButtonModel::names();
+    static const QVector<ButtonRules> &classes = ButtonRules::all();
 
     FuzzBytes input(data, size);
-    const QString name = names.at(input.byte() % names.size());
-    ModelledButton modelled(name, folder);
-    const ButtonSubject sent = ButtonSubject::create(name, folder);
+    const ButtonRules &rules = classes.at(input.byte() % classes.size());
+    ModelledButton modelled(rules, folder);
+    const ButtonSubject sent = ButtonSubject::create(rules, folder);
     while (!input.isEmpty()) {
         const int event = input.byte();
         act(modelled, event);

@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/support/ButtonSignals.h"
-#include "tests/support/PointerEvents.h"
+#include "tests/models/ModelledButton.h"
 #include "tests/support/RepaintCounter.h"
 #include "tests/support/WidgetPicture.h"
-#include "tests/widgets/ButtonRules.h"
-#include "tests/widgets/ButtonSubject.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -15,37 +12,13 @@ using namespace PointerEvents;
 
 Q_DECLARE_METATYPE(Qt::MouseButton)
 
-/// Puts the buttons of the kit side by side: they differ in which handlers look at the enabled
-/// flag, which pass the event on and when, and which button clicks by itself.
-class tst_ButtonEvents : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void handler_data();
-    void handler();
-    void looksReadyWhenItReports_data();
-    void looksReadyWhenItReports();
-    void slotHasTheLastWord_data();
-    void slotHasTheLastWord();
-    void repaintsAround_data();
-    void repaintsAround();
-    void otherMouseButtonsReachTheParent_data();
-    void otherMouseButtonsReachTheParent();
-    void keepsItsStateWhileDisabled_data();
-    void keepsItsStateWhileDisabled();
-
-private:
-    QTemporaryDir m_folder;
-};
-
 namespace {
 
 constexpr QPoint kInside(1, 1);
 constexpr QPoint kOutside(-5, -5);
 
-/// Counts what its child does not keep to itself.
-class ClickedGround : public QWidget
+/// Counts the mouse events that its child ignores.
+class Ground : public QWidget
 {
 public:
     int presses = 0;
@@ -56,91 +29,116 @@ protected:
     void mouseReleaseEvent(QMouseEvent * /*event*/) override { ++releases; }
 };
 
-/// Brings a fresh button into the state from which \a action, if heeded, leads elsewhere.
-void prepare(const ButtonSubject &subject, Action action, bool enabled)
-{
-    const bool release = action == LeftRelease || action == RightRelease;
-    if (action != Enter) {
-        subject.act(Enter, kInside);
-    }
-    if (release) {
-        subject.act(LeftPress, kInside);
-    }
-    subject.button->setEnabled(enabled);
-    if (release && !enabled) {
-        subject.button->setDown(true); // else a release that is passed on would do nothing
-    }
-}
-
 } // namespace
 
-void tst_ButtonEvents::handler_data()
+/// How the eight classes differ in the events to which they react, when they call the base class,
+/// and which of them clicks by itself.
+class tst_ButtonEvents : public QObject
 {
-    QTest::addColumn<QString>("name");
+    Q_OBJECT
+
+private slots:
+    void handler_data();
+    void handler();
+    void repaints_data();
+    void repaints();
+    void looksReadyWhenItReports_data() { ButtonRules::addRows(); }
+    void looksReadyWhenItReports();
+    void slotHasTheLastWord_data() { ButtonRules::addRows(); }
+    void slotHasTheLastWord();
+    void repaintsAroundAClick_data() { ButtonRules::addRows(); }
+    void repaintsAroundAClick();
+    void otherMouseButtons_data();
+    void otherMouseButtons();
+    void releasedOutside_data() { ButtonRules::addRows(); }
+    void releasedOutside();
+    void spaceKey_data() { ButtonRules::addRows(); }
+    void spaceKey();
+    void imageButtonStaysUpAndUnchecked();
+
+private:
+    static void addRowsOfActions();
+
+    QTemporaryDir m_folder;
+};
+
+void tst_ButtonEvents::addRowsOfActions()
+{
+    QTest::addColumn<ButtonRules>("rules");
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("enabled");
-    QTest::addColumn<int>("shown");
-    QTest::addColumn<bool>("repaints");
-    QTest::addColumn<QStringList>("emitted");
 
-    for (const auto &rules : ButtonRules::kRules) {
-        for (const ButtonRules::Row &row : rules.second) {
-            const char *actionName = QMetaEnum::fromType<Action>().valueToKey(row.action);
-            QTest::addRow("%s, %s, %s", qPrintable(rules.first), actionName,
-                          row.enabled ? "enabled" : "disabled")
-                << rules.first << row.action << row.enabled << row.shown << row.repaints
-                << row.emitted;
+    for (const ButtonRules &rules : ButtonRules::all()) {
+        for (const Action action : kAllActions) {
+            for (const bool enabled : {true, false}) {
+                QTest::addRow("%s, %s, %s", qPrintable(rules.name),
+                              QMetaEnum::fromType<Action>().valueToKey(action),
+                              enabled ? "enabled" : "disabled")
+                    << rules << action << enabled;
+            }
         }
     }
 }
 
+void tst_ButtonEvents::handler_data()
+{
+    addRowsOfActions();
+}
+
+/// Each handler is called in a state from which it must lead to another one if it reacts.
 void tst_ButtonEvents::handler()
 {
-    QFETCH(QString, name);
+    QFETCH(ButtonRules, rules);
     QFETCH(Action, action);
     QFETCH(bool, enabled);
-    QFETCH(int, shown);
-    QFETCH(bool, repaints);
-    QFETCH(QStringList, emitted);
 
-    const ButtonSubject subject = ButtonSubject::create(name, m_folder);
-    prepare(subject, action, enabled);
-    ButtonSignals buttonSignals(subject.button.get());
-    subject.act(action, kInside);
-    QCOMPARE(buttonSignals.take(), emitted);
-    subject.button->setEnabled(true); // a disabled look would hide the state
-    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(shown));
-
-    // Off its area the base class ignores a press, so that a paint is the button's own; after a
-    // release it asks for one itself. Two events make one paint, for it is only scheduled.
-    const ButtonSubject other = ButtonSubject::create(name, m_folder);
-    other.button->setEnabled(enabled);
-    RepaintCounter counter(other.button.get());
-    other.act(action, kOutside);
-    other.act(action, kOutside);
-    QCOMPARE(counter.take(), repaints ? 1 : 0);
+    ModelledButton button(rules, m_folder);
+    const bool release = action == LeftRelease || action == RightRelease;
+    if (action != Enter) {
+        button.act(Enter);
+    }
+    if (release) {
+        button.act(LeftPress);
+    }
+    button.setEnabled(enabled);
+    if (release && !enabled) {
+        button.setDown(true); // disabling it has released it
+    }
+    button.act(action);
+    QCOMPARE(button.difference(), QString());
+    button.setEnabled(true); // a disabled look would hide the state
+    QCOMPARE(button.difference(), QString());
 }
 
-void tst_ButtonEvents::looksReadyWhenItReports_data()
+void tst_ButtonEvents::repaints_data()
 {
-    QTest::addColumn<QVector<int>>("shown");
-
-    QTest::newRow("MButton") << QVector<int>{2, 1, 1};
-    QTest::newRow("ImageButton") << QVector<int>{1};
-    QTest::newRow("tabButton") << QVector<int>{2, 1, 1};
-    QTest::newRow("ColorButton") << QVector<int>{0, 1, 1};
-    QTest::newRow("FuncButton") << QVector<int>{2, 1, 1};
-    QTest::newRow("IconButton") << QVector<int>{2, 1, 1};
-    QTest::newRow("SwitchButton") << QVector<int>{5, 4, 4};
-    QTest::newRow("ProfileButton") << QVector<int>{2, 1, 1};
+    addRowsOfActions();
 }
 
-/// Looks at the button from slots of pressed, released and clicked: it has changed by then.
+/// Outside its area the base class ignores a press, so the button itself must ask for the paint.
+/// Two events cause one paint because it is scheduled.
+void tst_ButtonEvents::repaints()
+{
+    QFETCH(ButtonRules, rules);
+    QFETCH(Action, action);
+    QFETCH(bool, enabled);
+
+    ButtonModel model(rules);
+    model.setEnabled(enabled);
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
+    subject.button->setEnabled(enabled);
+    RepaintCounter counter(subject.button.get());
+    subject.act(action, kOutside);
+    subject.act(action, kOutside);
+    QCOMPARE(counter.take(), model.heeds(action) ? 1 : 0);
+}
+
+/// A slot of any of the signals already sees the new look.
 void tst_ButtonEvents::looksReadyWhenItReports()
 {
-    QFETCH(QVector<int>, shown);
+    QFETCH(ButtonRules, rules);
 
-    const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder);
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
     QVector<QImage> seen;
     const auto look = [&] {
         seen << WidgetPicture::of(*subject.button);
@@ -148,115 +146,92 @@ void tst_ButtonEvents::looksReadyWhenItReports()
     connect(subject.button.get(), &QAbstractButton::pressed, look);
     connect(subject.button.get(), &QAbstractButton::released, look);
     connect(subject.button.get(), &QAbstractButton::clicked, look);
-
     QTest::mouseClick(subject.button.get(), Qt::LeftButton);
-    QCOMPARE(seen.size(), shown.size());
-    for (int i = 0; i < shown.size(); ++i) {
-        QCOMPARE(seen.at(i), subject.looks.at(shown.at(i)));
+
+    ButtonModel model(rules);
+    QVector<QImage> expected;
+    if (!model.act(LeftPress).isEmpty()) {
+        expected << subject.looks.at(model.look());
     }
+    for (const QString &name : model.act(LeftRelease)) {
+        if (!name.startsWith("toggled")) {
+            expected << subject.looks.at(model.look());
+        }
+    }
+    QCOMPARE(seen, expected);
 }
 
-void tst_ButtonEvents::slotHasTheLastWord_data()
-{
-    QTest::addColumn<int>("shown");
-
-    QTest::newRow("MButton") << 0;
-    QTest::newRow("ImageButton") << 0;
-    QTest::newRow("tabButton") << 0;
-    QTest::newRow("ColorButton") << 1;
-    QTest::newRow("FuncButton") << 0;
-    QTest::newRow("IconButton") << 0;
-    QTest::newRow("SwitchButton") << 3;
-    QTest::newRow("ProfileButton") << 0;
-}
-
-/// A slot that takes the pointer away, as one that opens a window does: the release is over by then
-/// and does not bring the hover look back.
+/// A slot that takes the pointer away, as one that opens a window does, comes after the release and
+/// determines the look.
 void tst_ButtonEvents::slotHasTheLastWord()
 {
-    QFETCH(int, shown);
+    QFETCH(ButtonRules, rules);
 
-    const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder);
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
     connect(subject.button.get(), &QAbstractButton::clicked, [&] { subject.act(Leave, kInside); });
     QTest::mouseClick(subject.button.get(), Qt::LeftButton);
-    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(shown));
+    ButtonModel model(rules);
+    for (const Action action : {LeftPress, LeftRelease, Leave}) {
+        model.act(action);
+    }
+    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(model.look()));
 }
 
-void tst_ButtonEvents::repaintsAround_data()
+/// The base class paints at once when the button is pressed, and before it clicks. That includes
+/// an update that was requested before it was called; one that is requested later is a second
+/// paint. Only the swatch calls the base class first.
+void tst_ButtonEvents::repaintsAroundAClick()
 {
-    QTest::addColumn<int>("onPress");
-    QTest::addColumn<int>("beforeClick");
-    QTest::addColumn<int>("afterClick");
+    QFETCH(ButtonRules, rules);
 
-    QTest::newRow("MButton") << 1 << 1 << 0;
-    QTest::newRow("ImageButton") << 1 << 1 << 0;
-    QTest::newRow("tabButton") << 1 << 1 << 0;
-    QTest::newRow("ColorButton") << 2 << 1 << 1;
-    QTest::newRow("FuncButton") << 1 << 1 << 0;
-    QTest::newRow("IconButton") << 1 << 1 << 0;
-    QTest::newRow("SwitchButton") << 1 << 1 << 0;
-    QTest::newRow("ProfileButton") << 1 << 1 << 0;
-}
-
-/// The base class paints at once when it is pressed and before it clicks. That settles an update
-/// asked for before it was called; one asked for afterwards is another paint.
-void tst_ButtonEvents::repaintsAround()
-{
-    QFETCH(int, onPress);
-    QFETCH(int, beforeClick);
-    QFETCH(int, afterClick);
-
-    const ButtonSubject subject = ButtonSubject::create(QTest::currentDataTag(), m_folder);
+    const int second = rules.isRadio ? 1 : 0;
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
     RepaintCounter counter(subject.button.get());
     subject.act(Enter, kInside);
     QCOMPARE(counter.take(), 1);
     subject.act(LeftPress, kInside);
-    QCOMPARE(counter.take(), onPress);
+    QCOMPARE(counter.take(), 1 + second);
 
     int untilClick = 0;
     connect(subject.button.get(), &QAbstractButton::clicked, [&] { untilClick = counter.take(); });
     subject.act(LeftRelease, kInside);
-    QCOMPARE(untilClick, beforeClick);
-    QCOMPARE(counter.take(), afterClick);
+    QCOMPARE(untilClick, 1);
+    QCOMPARE(counter.take(), second);
 }
 
-void tst_ButtonEvents::otherMouseButtonsReachTheParent_data()
+void tst_ButtonEvents::otherMouseButtons_data()
 {
-    QTest::addColumn<QString>("name");
+    QTest::addColumn<ButtonRules>("rules");
     QTest::addColumn<Qt::MouseButton>("mouseButton");
-    QTest::addColumn<bool>("passesOn");
 
     const QVector<QPair<const char *, Qt::MouseButton>> others{
         {"right", Qt::RightButton}, {"middle", Qt::MiddleButton}, {"back", Qt::BackButton}};
-    for (const auto &rules : ButtonRules::kRules) {
+    for (const ButtonRules &rules : ButtonRules::all()) {
         for (const auto &other : others) {
-            QTest::addRow("%s, %s", qPrintable(rules.first), other.first)
-                << rules.first << other.second << (rules.first == "ColorButton");
+            QTest::addRow("%s, %s", qPrintable(rules.name), other.first) << rules << other.second;
         }
     }
 }
 
-/// Only the swatch hands them to the base class, which leaves them to the parent; the others keep
-/// them to themselves.
-void tst_ButtonEvents::otherMouseButtonsReachTheParent()
+/// Only the swatch passes them to the base class, which leaves them to the parent.
+void tst_ButtonEvents::otherMouseButtons()
 {
-    QFETCH(QString, name);
+    QFETCH(ButtonRules, rules);
     QFETCH(Qt::MouseButton, mouseButton);
-    QFETCH(bool, passesOn);
 
-    ClickedGround ground;
-    const ButtonSubject subject = ButtonSubject::create(name, m_folder, &ground);
+    Ground ground;
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder, &ground);
     ground.show();
     subject.act(Enter, kInside);
     const QImage hovered = WidgetPicture::of(*subject.button);
     ButtonSignals buttonSignals(subject.button.get());
     RepaintCounter counter(subject.button.get());
-    const int once = passesOn ? 1 : 0;
+    const int once = rules.isRadio ? 1 : 0;
 
     QTest::mousePress(subject.button.get(), mouseButton);
     QCOMPARE(counter.take(), once);
     QCOMPARE(WidgetPicture::of(*subject.button), hovered);
-    counter.take(); // the picture was a paint as well
+    counter.take(); // taking the picture was a paint as well
     QTest::mouseRelease(subject.button.get(), mouseButton);
     QCOMPARE(counter.take(), once);
     QCOMPARE(WidgetPicture::of(*subject.button), hovered);
@@ -265,25 +240,50 @@ void tst_ButtonEvents::otherMouseButtonsReachTheParent()
     QCOMPARE(buttonSignals.take(), QStringList());
 }
 
-void tst_ButtonEvents::keepsItsStateWhileDisabled_data()
+void tst_ButtonEvents::releasedOutside()
 {
-    QTest::addColumn<QString>("name");
+    QFETCH(ButtonRules, rules);
 
-    for (const auto &rules : ButtonRules::kRules) {
-        QTest::newRow(qPrintable(rules.first)) << rules.first;
-    }
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
+    ButtonSignals buttonSignals(subject.button.get());
+    QTest::mousePress(subject.button.get(), Qt::LeftButton, Qt::NoModifier, kInside);
+    QTest::mouseRelease(subject.button.get(), Qt::LeftButton, Qt::NoModifier, QPoint(90, 5));
+    ButtonModel model(rules);
+    QStringList expected = model.act(LeftPress);
+    expected += model.act(LeftRelease, false);
+    QCOMPARE(buttonSignals.take(), expected);
+    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(model.look()));
 }
 
-void tst_ButtonEvents::keepsItsStateWhileDisabled()
+/// A key clicks through the base class, without a pressed look and without flipping a switch.
+void tst_ButtonEvents::spaceKey()
 {
-    QFETCH(QString, name);
+    QFETCH(ButtonRules, rules);
 
-    const ButtonSubject subject = ButtonSubject::create(name, m_folder);
-    subject.act(Enter, kInside);
-    const QImage hovered = WidgetPicture::of(*subject.button);
-    subject.button->setEnabled(false);
-    subject.button->setEnabled(true);
-    QCOMPARE(WidgetPicture::of(*subject.button), hovered);
+    const ButtonSubject subject = ButtonSubject::create(rules, m_folder);
+    ButtonSignals buttonSignals(subject.button.get());
+    QTest::keyPress(subject.button.get(), Qt::Key_Space);
+    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(0));
+    QTest::keyRelease(subject.button.get(), Qt::Key_Space);
+    QCOMPARE(WidgetPicture::of(*subject.button), subject.looks.at(rules.isRadio ? 1 : 0));
+    QCOMPARE(buttonSignals.take(),
+             rules.isRadio ? (QStringList{"pressed", "toggled(true)", "released", "clicked(true)"})
+                           : (QStringList{"pressed", "released", "clicked(false)"}));
+}
+
+void tst_ButtonEvents::imageButtonStaysUpAndUnchecked()
+{
+    for (const bool checked : {false, true}) {
+        const ButtonSubject subject = ButtonSubject::createBare("ImageButton");
+        subject.button->setCheckable(true);
+        subject.button->setChecked(checked);
+        ButtonSignals buttonSignals(subject.button.get());
+        QTest::mousePress(subject.button.get(), Qt::LeftButton);
+        QVERIFY(!subject.button->isDown());
+        QTest::mouseRelease(subject.button.get(), Qt::LeftButton);
+        QCOMPARE(subject.button->isChecked(), checked);
+        QCOMPARE(buttonSignals.take(), QStringList{"clicked(false)"});
+    }
 }
 
 QTEST_MAIN(tst_ButtonEvents)

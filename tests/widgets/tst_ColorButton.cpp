@@ -4,14 +4,11 @@
 #include "widgets/ColorButton.h"
 
 #include "tests/support/ButtonSignals.h"
-#include "tests/support/PointerEvents.h"
 #include "tests/support/RepaintCounter.h"
 #include "tests/support/WidgetPicture.h"
 
 #include <QButtonGroup>
 #include <QtTest>
-
-using namespace PointerEvents;
 
 namespace {
 
@@ -29,36 +26,23 @@ public:
 
 } // namespace
 
+/// The colour, the frame and the exclusive choice, which only this class has.
 class tst_ColorButton : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void startsCyanAndUnchecked();
     void fillsItself_data();
     void fillsItself();
     void framesTheChecked_data();
     void framesTheChecked();
     void setColorRepaintsOnChange_data();
     void setColorRepaintsOnChange();
-    void looksTheSameWhileDisabled();
-    void drawsNeitherTextNorIndicator();
     void siblingsExcludeEachOther();
     void groupExcludesAcrossParents();
     void nextCheckStateRepaints();
     void setCheckedRepaints();
-    void rightPressRepaintsButDoesNotCheck();
-    void disabledIgnoresEverything_data();
-    void disabledIgnoresEverything();
 };
-
-void tst_ColorButton::startsCyanAndUnchecked()
-{
-    ColorButton swatch(nullptr);
-    swatch.resize(40, 20);
-    QVERIFY(!swatch.isChecked());
-    QCOMPARE(WidgetPicture::of(swatch), WidgetPicture::canvas(swatch.size(), kCyan.rgb()));
-}
 
 void tst_ColorButton::fillsItself_data()
 {
@@ -138,26 +122,6 @@ void tst_ColorButton::setColorRepaintsOnChange()
     QCOMPARE(repaints.take(), 0);
 }
 
-void tst_ColorButton::looksTheSameWhileDisabled()
-{
-    for (const bool checked : {false, true}) {
-        ColorButton swatch(nullptr);
-        swatch.resize(40, 20);
-        swatch.setChecked(checked);
-        const QImage enabled = WidgetPicture::of(swatch);
-        swatch.setEnabled(false);
-        QCOMPARE(WidgetPicture::of(swatch), enabled);
-    }
-}
-
-void tst_ColorButton::drawsNeitherTextNorIndicator()
-{
-    ColorButton swatch(nullptr);
-    swatch.resize(80, 30);
-    swatch.setText("HEH");
-    QCOMPARE(WidgetPicture::of(swatch), WidgetPicture::canvas(swatch.size(), kCyan.rgb()));
-}
-
 void tst_ColorButton::siblingsExcludeEachOther()
 {
     QWidget row;
@@ -222,43 +186,6 @@ void tst_ColorButton::setCheckedRepaints()
     RepaintCounter repaints(&swatch);
     swatch.setChecked(true);
     QVERIFY(repaints.take() > 0);
-}
-
-void tst_ColorButton::rightPressRepaintsButDoesNotCheck()
-{
-    ColorButton swatch(nullptr);
-    RepaintCounter repaints(&swatch);
-    ButtonSignals buttonSignals(&swatch);
-    QTest::mousePress(&swatch, Qt::RightButton);
-    QCOMPARE(repaints.take(), 1);
-    QTest::mouseRelease(&swatch, Qt::RightButton);
-    QCOMPARE(repaints.take(), 1);
-    QCOMPARE(buttonSignals.take(), QStringList{});
-    QVERIFY(!swatch.isChecked());
-}
-
-void tst_ColorButton::disabledIgnoresEverything_data()
-{
-    QTest::addColumn<Action>("action");
-
-    for (const Action action : kAllActions) {
-        QTest::newRow(QMetaEnum::fromType<Action>().valueToKey(action)) << action;
-    }
-}
-
-void tst_ColorButton::disabledIgnoresEverything()
-{
-    QFETCH(Action, action);
-
-    Open<ColorButton> swatch(nullptr);
-    swatch.setEnabled(false);
-    RepaintCounter repaints(&swatch);
-    ButtonSignals buttonSignals(&swatch);
-    call(swatch, action);
-    QCOMPARE(repaints.take(), 0);
-    QCOMPARE(buttonSignals.take(), QStringList{});
-    QVERIFY(!swatch.isChecked());
-    QVERIFY(!swatch.isDown());
 }
 
 QTEST_MAIN(tst_ColorButton)

@@ -21,23 +21,18 @@ namespace {
 constexpr QSize kStrip(100, 30);
 constexpr QSize kFrame(50, 30);
 const QColor kWhite(255, 255, 255);
+const QColor kGrey(128, 128, 128);
 const QColor kRed(220, 30, 20);
 const QColor kGreen(30, 220, 20);
 const QColor kBlue(20, 30, 220);
 constexpr QRgb kBlack = 0xff000000;
 
-/// The left frame is the normal and the pressed look, the right one the hover and disabled look.
-constexpr int kLeftFrame = 0;
-constexpr int kRightFrame = 50;
-
-QImage frame(int x)
-{
-    return StripedPicture::columns(kStrip, x, kFrame.width());
-}
-
 /// What a button of \a size shows if it draws \a picture with a border of \a border pixels.
 QImage stretched(const QSize &size, const QImage &picture, int border)
 {
+    if (border <= 0) {
+        return WidgetPicture::with(size, QPoint(0, 0), picture);
+    }
     QImage canvas = WidgetPicture::canvas(size);
     QPainter painter(&canvas);
     const NinePatchPainter patches(QPixmap::fromImage(picture), border, border, border, border,
@@ -47,180 +42,89 @@ QImage stretched(const QSize &size, const QImage &picture, int border)
     return canvas;
 }
 
+/// A font that looks the same on the screen and on a picture, whose densities differ.
+QFont fontOf(const QWidget &widget, int pixelSize)
+{
+    QFont font = widget.font();
+    font.setPixelSize(pixelSize);
+    return font;
+}
+
+/// \a bare with the text of \a button where the button must draw it.
+QImage written(const QImage &bare, const MButton &button, const QColor &ink)
+{
+    QImage picture = bare;
+    QPainter painter(&picture);
+    painter.setFont(button.font());
+    painter.setPen(ink);
+    painter.drawText(button.rect(), Qt::AlignCenter, button.text());
+    painter.end();
+    return picture;
+}
+
 } // namespace
 
+/// The border and the text, which only this class has.
 class tst_MButton : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void drawsFrame_data();
-    void drawsFrame();
-    void ignoresTheLastColumnOfAnOddStrip();
-    void drawsUnscaledWithoutABorder_data();
-    void drawsUnscaledWithoutABorder();
-    void stretchesWithABorder_data();
-    void stretchesWithABorder();
-    void borderCanBeChanged_data();
-    void borderCanBeChanged();
-    void paintsOnlyTheTextOfAnUnreadablePicture();
+    void border_data();
+    void border();
+    void unreadablePictureLeavesTheText();
     void settersDoNotRepaint();
-    void setPixmapKeepsTheSize();
-    void followsTheCrossingPointer();
+    void textColour_data();
+    void textColour();
+    void textPlace_data();
+    void textPlace();
 
 private:
     QTemporaryDir m_folder;
 };
 
-void tst_MButton::drawsFrame_data()
-{
-    QTest::addColumn<QVector<Action>>("actions");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<int>("shown");
-
-    using Actions = QVector<Action>;
-    QTest::newRow("normal") << Actions{} << true << kLeftFrame;
-    QTest::newRow("hover") << Actions{Enter} << true << kRightFrame;
-    QTest::newRow("pressed looks like normal") << Actions{Enter, LeftPress} << true << kLeftFrame;
-    QTest::newRow("released is hover") << Actions{LeftPress, LeftRelease} << true << kRightFrame;
-    QTest::newRow("left is normal") << Actions{Enter, Leave} << true << kLeftFrame;
-    QTest::newRow("disabled looks like hover") << Actions{} << false << kRightFrame;
-    QTest::newRow("disabled while hovered") << Actions{Enter} << false << kRightFrame;
-    QTest::newRow("disabled while pressed") << Actions{LeftPress} << false << kRightFrame;
-}
-
-void tst_MButton::drawsFrame()
-{
-    QFETCH(QVector<Action>, actions);
-    QFETCH(bool, enabled);
-    QFETCH(int, shown);
-
-    for (const int border : {0, 4}) {
-        Open<MButton> button(nullptr);
-        button.resize(kFrame);
-        button.setPixmap(StripedPicture::save(m_folder, kStrip), border);
-        for (const Action action : actions) {
-            call(button, action);
-        }
-        button.setEnabled(enabled);
-
-        const QImage expected = border > 0
-            ? stretched(kFrame, frame(shown), border)
-            : WidgetPicture::with(kFrame, QPoint(0, 0), frame(shown));
-        QCOMPARE(WidgetPicture::of(button), expected);
-    }
-}
-
-void tst_MButton::ignoresTheLastColumnOfAnOddStrip()
-{
-    constexpr QSize kOdd(101, 30);
-    Open<MButton> button(nullptr);
-    button.resize(60, 30);
-    button.setPixmap(StripedPicture::save(m_folder, kOdd), 0);
-
-    QCOMPARE(
-        WidgetPicture::of(button),
-        WidgetPicture::with(button.size(), QPoint(0, 0), StripedPicture::columns(kOdd, 0, 50)));
-    call(button, Enter);
-    QCOMPARE(
-        WidgetPicture::of(button),
-        WidgetPicture::with(button.size(), QPoint(0, 0), StripedPicture::columns(kOdd, 50, 50)));
-}
-
-void tst_MButton::drawsUnscaledWithoutABorder_data()
+void tst_MButton::border_data()
 {
     QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("border");
-
-    QTest::newRow("button as large as the frame") << kFrame << 0;
-    QTest::newRow("larger button leaves the rest unpainted") << QSize(200, 40) << 0;
-    QTest::newRow("smaller button clips the frame") << QSize(20, 12) << 0;
-    QTest::newRow("negative border") << QSize(200, 40) << -4;
-}
-
-void tst_MButton::drawsUnscaledWithoutABorder()
-{
-    QFETCH(QSize, size);
-    QFETCH(int, border);
-
-    MButton button(nullptr);
-    button.resize(size);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), border);
-
-    QCOMPARE(WidgetPicture::of(button), WidgetPicture::with(size, QPoint(0, 0), frame(kLeftFrame)));
-    button.setEnabled(false);
-    QCOMPARE(WidgetPicture::of(button),
-             WidgetPicture::with(size, QPoint(0, 0), frame(kRightFrame)));
-}
-
-void tst_MButton::stretchesWithABorder_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<int>("border");
-
-    QTest::newRow("border 4 on 200 x 40") << QSize(200, 40) << 4;
-    QTest::newRow("border 1") << QSize(200, 40) << 1;
-    QTest::newRow("smaller than the frame") << QSize(30, 20) << 4;
-    QTest::newRow("smaller than the borders") << QSize(6, 6) << 4;
-}
-
-void tst_MButton::stretchesWithABorder()
-{
-    QFETCH(QSize, size);
-    QFETCH(int, border);
-
-    MButton button(nullptr);
-    button.resize(size);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), border);
-    const QImage picture = WidgetPicture::of(button);
-
-    QCOMPARE(picture, stretched(size, frame(kLeftFrame), border));
-    const QRect centre = button.rect().adjusted(border, border, -border, -border);
-    if (centre.isValid()) {
-        QCOMPARE(picture.copy(centre), WidgetPicture::canvas(centre.size()));
-    }
-}
-
-void tst_MButton::borderCanBeChanged_data()
-{
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
 
-    QTest::newRow("other border and picture") << 4 << 7;
-    QTest::newRow("same border, other picture") << 4 << 4;
-    QTest::newRow("no border after one") << 4 << 0;
-    QTest::newRow("negative border after one") << 4 << -1;
-    QTest::newRow("border after none") << 0 << 4;
+    constexpr QSize kLarge(200, 40);
+    QTest::newRow("border 1") << kLarge << 0 << 1;
+    QTest::newRow("border 4 after none") << kLarge << 0 << 4;
+    QTest::newRow("smaller than the frame") << QSize(30, 20) << 0 << 4;
+    QTest::newRow("smaller than the borders") << QSize(6, 6) << 0 << 4;
+    QTest::newRow("other border and picture") << kLarge << 4 << 7;
+    QTest::newRow("same border, other picture") << kLarge << 4 << 4;
+    QTest::newRow("no border after one") << kLarge << 4 << 0;
+    QTest::newRow("negative border after one") << kLarge << 4 << -1;
 }
 
-void tst_MButton::borderCanBeChanged()
+/// The second call counts, in every look.
+void tst_MButton::border()
 {
+    QFETCH(QSize, size);
     QFETCH(int, first);
     QFETCH(int, second);
 
-    constexpr QSize kSize(120, 40);
     Open<MButton> button(nullptr);
-    button.resize(kSize);
+    button.resize(size);
     button.setPixmap(StripedPicture::save(m_folder, kStrip), first);
     button.setPixmap(StripedPicture::saveOther(m_folder, kStrip), second);
-    const auto expected = [=](const QImage &picture) {
-        return second > 0 ? stretched(kSize, picture, second)
-                          : WidgetPicture::with(kSize, QPoint(0, 0), picture);
-    };
     const QImage other = StripedPicture::paintOther(kStrip);
-    const QRect left(QPoint(kLeftFrame, 0), kFrame);
-    const QRect right(QPoint(kRightFrame, 0), kFrame);
+    const QImage left = stretched(size, other.copy(QRect(QPoint(0, 0), kFrame)), second);
+    const QImage right = stretched(size, other.copy(QRect(QPoint(50, 0), kFrame)), second);
 
-    QCOMPARE(WidgetPicture::of(button), expected(other.copy(left)));
+    QCOMPARE(WidgetPicture::of(button), left);
     call(button, Enter);
-    QCOMPARE(WidgetPicture::of(button), expected(other.copy(right)));
+    QCOMPARE(WidgetPicture::of(button), right);
     call(button, LeftPress);
-    QCOMPARE(WidgetPicture::of(button), expected(other.copy(left)));
+    QCOMPARE(WidgetPicture::of(button), left);
     button.setEnabled(false);
-    QCOMPARE(WidgetPicture::of(button), expected(other.copy(right)));
+    QCOMPARE(WidgetPicture::of(button), right);
 }
 
-void tst_MButton::paintsOnlyTheTextOfAnUnreadablePicture()
+void tst_MButton::unreadablePictureLeavesTheText()
 {
     for (const int border : {0, 4}) {
         WarningCatcher warnings;
@@ -240,37 +144,87 @@ void tst_MButton::paintsOnlyTheTextOfAnUnreadablePicture()
 void tst_MButton::settersDoNotRepaint()
 {
     MButton button(nullptr);
-    button.resize(kFrame);
     RepaintCounter repaints(&button);
-
     button.setPixmap(StripedPicture::save(m_folder, kStrip), 4);
-    QCOMPARE(repaints.take(), 0);
     button.setColor(kRed, kGreen, kBlue);
     QCOMPARE(repaints.take(), 0);
-    button.update();
-    QCOMPARE(repaints.take(), 1);
 }
 
-void tst_MButton::setPixmapKeepsTheSize()
+void tst_MButton::textColour_data()
 {
-    MButton button(nullptr);
-    button.resize(77, 33);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), 0);
-    QCOMPARE(button.size(), QSize(77, 33));
+    QTest::addColumn<QVector<Action>>("actions");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("ownColours");
+    QTest::addColumn<QColor>("ink");
+
+    using Actions = QVector<Action>;
+    const Actions hover{Enter};
+    const Actions press{Enter, LeftPress};
+    QTest::newRow("normal") << Actions{} << true << false << kWhite;
+    QTest::newRow("hovered") << hover << true << false << kWhite;
+    QTest::newRow("pressed") << press << true << false << kWhite;
+    QTest::newRow("disabled") << Actions{} << false << false << kGrey;
+    QTest::newRow("normal, colours set") << Actions{} << true << true << kRed;
+    QTest::newRow("hovered, colours set") << hover << true << true << kGreen;
+    QTest::newRow("pressed, colours set") << press << true << true << kBlue;
+    QTest::newRow("disabled, colours set") << Actions{} << false << true << kGrey;
+    QTest::newRow("disabled while hovered, colours set") << hover << false << true << kGrey;
+    QTest::newRow("disabled while pressed, colours set") << press << false << true << kGrey;
 }
 
-void tst_MButton::followsTheCrossingPointer()
+/// The text is over a picture of many colours, so that a translucent ink shows as well.
+void tst_MButton::textColour()
 {
-    MButton button(nullptr);
-    button.resize(kFrame);
-    button.setPixmap(StripedPicture::save(m_folder, kStrip), 0);
+    QFETCH(QVector<Action>, actions);
+    QFETCH(bool, enabled);
+    QFETCH(bool, ownColours);
+    QFETCH(QColor, ink);
 
-    cross(button, Enter);
-    QCOMPARE(WidgetPicture::of(button),
-             WidgetPicture::with(kFrame, QPoint(0, 0), frame(kRightFrame)));
-    cross(button, Leave);
-    QCOMPARE(WidgetPicture::of(button),
-             WidgetPicture::with(kFrame, QPoint(0, 0), frame(kLeftFrame)));
+    constexpr QSize kWide(240, 40);
+    Open<MButton> button(nullptr);
+    button.resize(kWide.width() / 2, kWide.height());
+    button.setFont(fontOf(button, 16));
+    button.setPixmap(StripedPicture::save(m_folder, kWide), 0);
+    if (ownColours) {
+        button.setColor(kRed, kGreen, kBlue);
+    }
+    for (const Action action : actions) {
+        call(button, action);
+    }
+    button.setEnabled(enabled);
+    const QImage bare = WidgetPicture::of(button);
+    button.setText("HEH");
+
+    const QImage picture = WidgetPicture::of(button);
+    QCOMPARE(picture, written(bare, button, ink));
+    QVERIFY(WidgetPicture::isWrittenIn(ink, bare, picture));
+}
+
+void tst_MButton::textPlace_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("pixelSize");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("nothing") << QSize(120, 40) << 12 << "";
+    QTest::newRow("in the middle") << QSize(120, 40) << 12 << "HEH";
+    QTest::newRow("large font") << QSize(160, 60) << 30 << "HHHH";
+    QTest::newRow("an ampersand is shown") << QSize(120, 40) << 12 << "&HHH";
+    QTest::newRow("lines stay lines") << QSize(120, 60) << 12 << "H\nHHH";
+    QTest::newRow("words are not wrapped") << QSize(40, 60) << 12 << "HEHEHE HEHEHE";
+}
+
+void tst_MButton::textPlace()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, pixelSize);
+    QFETCH(QString, text);
+
+    MButton button(nullptr);
+    button.resize(size);
+    button.setFont(fontOf(button, pixelSize));
+    button.setText(text);
+    QCOMPARE(WidgetPicture::of(button), written(WidgetPicture::canvas(size), button, kWhite));
 }
 
 QTEST_MAIN(tst_MButton)

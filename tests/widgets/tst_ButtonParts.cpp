@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "widgets/PixmapStrip.h"
-
 #include "tests/support/StripedPicture.h"
 #include "tests/support/WarningCatcher.h"
 #include "tests/support/WidgetPicture.h"
+#include "widgets/PixmapStrip.h"
+#include "widgets/PointerState.h"
+#include "widgets/TitledFace.h"
 
 #include <QPainter>
 #include <QTemporaryDir>
@@ -13,7 +14,8 @@
 
 #include <limits>
 
-class tst_PixmapStrip : public QObject
+/// What the buttons are made of: PixmapStrip, PointerState and what no button shows of TitledFace.
+class tst_ButtonParts : public QObject
 {
     Q_OBJECT
 
@@ -22,6 +24,7 @@ private slots:
     void cutsFrames();
     void equalsSeparatelyDividedStarts();
     void doesNotOverflow();
+    void narrowStripGivesTheWholeImage_data();
     void narrowStripGivesTheWholeImage();
     void fixedNumberOfFrames();
     void loadsNothing_data();
@@ -31,12 +34,15 @@ private slots:
     void drawsCentred_data();
     void drawsCentred();
     void nullPixmapDrawsNothing();
+    void pointerState_data();
+    void pointerState();
+    void titledFace();
 
 private:
     QTemporaryDir m_folder;
 };
 
-void tst_PixmapStrip::cutsFrames_data()
+void tst_ButtonParts::cutsFrames_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("frameWidth");
@@ -51,10 +57,12 @@ void tst_PixmapStrip::cutsFrames_data()
     QTest::newRow("four frames of 160") << 160 << 40 << Starts{0, 40, 80, 120};
     QTest::newRow("four frames of 102") << 102 << 25 << Starts{0, 25, 51, 76};
     QTest::newRow("four frames of 10") << 10 << 2 << Starts{0, 2, 5, 7};
+    QTest::newRow("four frames of 163") << 163 << 40 << Starts{0, 40, 81, 122};
+    QTest::newRow("four frames of 4") << 4 << 1 << Starts{0, 1, 2, 3};
     QTest::newRow("one frame") << 24 << 24 << Starts{0};
 }
 
-void tst_PixmapStrip::cutsFrames()
+void tst_ButtonParts::cutsFrames()
 {
     QFETCH(int, width);
     QFETCH(int, frameWidth);
@@ -73,7 +81,7 @@ void tst_PixmapStrip::cutsFrames()
 }
 
 /// The four-frame buttons halve and quarter the width instead of multiplying a frame's width.
-void tst_PixmapStrip::equalsSeparatelyDividedStarts()
+void tst_ButtonParts::equalsSeparatelyDividedStarts()
 {
     for (int width = 0; width <= 1024; ++width) {
         const QSize size(width, 8);
@@ -85,24 +93,35 @@ void tst_PixmapStrip::equalsSeparatelyDividedStarts()
     }
 }
 
-void tst_PixmapStrip::doesNotOverflow()
+void tst_ButtonParts::doesNotOverflow()
 {
     constexpr int kWidest = std::numeric_limits<int>::max();
     QCOMPARE(PixmapStrip::frameRect(QSize(kWidest, 1), 3, 4).x(), 1610612735);
 }
 
-void tst_PixmapStrip::narrowStripGivesTheWholeImage()
+void tst_ButtonParts::narrowStripGivesTheWholeImage_data()
 {
-    const QSize size(3, 12);
-    const QList<QPixmap> frames = PixmapStrip::load(StripedPicture::save(m_folder, size), 4);
+    QTest::addColumn<int>("width");
 
+    QTest::newRow("3 wide") << 3;
+    QTest::newRow("1 wide") << 1;
+}
+
+/// The rectangle of each frame is empty, and Qt copies the whole image then.
+void tst_ButtonParts::narrowStripGivesTheWholeImage()
+{
+    QFETCH(int, width);
+
+    const QSize size(width, 12);
+    const QList<QPixmap> frames = PixmapStrip::load(StripedPicture::save(m_folder, size), 4);
     QCOMPARE(frames.size(), 4);
     for (const QPixmap &frame : frames) {
-        QCOMPARE(frame.size(), size);
+        const QImage expected = StripedPicture::paint(size);
+        QCOMPARE(frame.toImage().convertToFormat(expected.format()), expected);
     }
 }
 
-void tst_PixmapStrip::fixedNumberOfFrames()
+void tst_ButtonParts::fixedNumberOfFrames()
 {
     const QString path = StripedPicture::save(m_folder, QSize(102, 12));
     const QList<QPixmap> expected = PixmapStrip::load(path, 4);
@@ -112,7 +131,7 @@ void tst_PixmapStrip::fixedNumberOfFrames()
     }
 }
 
-void tst_PixmapStrip::loadsNothing_data()
+void tst_ButtonParts::loadsNothing_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<int>("count");
@@ -127,7 +146,7 @@ void tst_PixmapStrip::loadsNothing_data()
     QTest::newRow("empty path") << "" << 1 << 1;
 }
 
-void tst_PixmapStrip::loadsNothing()
+void tst_ButtonParts::loadsNothing()
 {
     QFETCH(QString, path);
     QFETCH(int, count);
@@ -142,7 +161,7 @@ void tst_PixmapStrip::loadsNothing()
     QCOMPARE(warnings.take(), QStringList());
 }
 
-void tst_PixmapStrip::draws_data()
+void tst_ButtonParts::draws_data()
 {
     QTest::addColumn<QPoint>("topLeft");
 
@@ -152,7 +171,7 @@ void tst_PixmapStrip::draws_data()
     QTest::newRow("cut off at the right and bottom") << QPoint(30, 18);
 }
 
-void tst_PixmapStrip::draws()
+void tst_ButtonParts::draws()
 {
     QFETCH(QPoint, topLeft);
 
@@ -166,7 +185,7 @@ void tst_PixmapStrip::draws()
     QCOMPARE(canvas, WidgetPicture::with(size, topLeft, picture));
 }
 
-void tst_PixmapStrip::drawsCentred_data()
+void tst_ButtonParts::drawsCentred_data()
 {
     QTest::addColumn<QSize>("frame");
     QTest::addColumn<QSize>("area");
@@ -181,7 +200,7 @@ void tst_PixmapStrip::drawsCentred_data()
     QTest::newRow("same size") << QSize(50, 20) << QSize(50, 20) << QPoint(0, 0);
 }
 
-void tst_PixmapStrip::drawsCentred()
+void tst_ButtonParts::drawsCentred()
 {
     QFETCH(QSize, frame);
     QFETCH(QSize, area);
@@ -196,7 +215,7 @@ void tst_PixmapStrip::drawsCentred()
     QCOMPARE(canvas, WidgetPicture::with(area, topLeft, picture));
 }
 
-void tst_PixmapStrip::nullPixmapDrawsNothing()
+void tst_ButtonParts::nullPixmapDrawsNothing()
 {
     WarningCatcher warnings;
     const QSize size(40, 25);
@@ -210,5 +229,52 @@ void tst_PixmapStrip::nullPixmapDrawsNothing()
     QCOMPARE(warnings.take(), QStringList());
 }
 
-QTEST_MAIN(tst_PixmapStrip)
-#include "tst_PixmapStrip.moc"
+void tst_ButtonParts::pointerState_data()
+{
+    QTest::addColumn<QString>("events");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("hovered");
+
+    QTest::newRow("none") << "" << 0 << false;
+    QTest::newRow("enter") << "e" << 1 << true;
+    QTest::newRow("leave") << "el" << 0 << false;
+    QTest::newRow("press") << "ep" << 2 << true;
+    QTest::newRow("release is hover") << "epr" << 1 << true;
+    QTest::newRow("leave while pressed") << "epl" << 0 << false;
+    QTest::newRow("release after the leave is still hover") << "eplr" << 1 << false;
+    QTest::newRow("press without an enter") << "p" << 2 << false;
+}
+
+void tst_ButtonParts::pointerState()
+{
+    QFETCH(QString, events);
+    QFETCH(int, state);
+    QFETCH(bool, hovered);
+
+    const QHash<QChar, void (PointerState::*)()> calls{{'e', &PointerState::enter},
+                                                       {'l', &PointerState::leave},
+                                                       {'p', &PointerState::press},
+                                                       {'r', &PointerState::release}};
+    PointerState pointer;
+    for (const QChar event : events) {
+        (pointer.*calls.value(event))();
+    }
+    QCOMPARE(pointer.state, state);
+    QCOMPARE(pointer.hovered, hovered);
+}
+
+void tst_ButtonParts::titledFace()
+{
+    TitledFace face;
+    face.addBackgrounds(QString(), -3);
+    face.addIcons(QString(), 2, QRect(1, 2, 3, 4));
+    QCOMPARE(face.backgroundCount, -3);
+    QCOMPARE(face.iconCount, 2);
+    QCOMPARE(face.spareRect, QRect());
+    QCOMPARE(face.textColors,
+             (QList<QColor>{QColor(55, 55, 55), QColor(255, 255, 255), QColor(255, 255, 255),
+                            QColor(50, 50, 50)}));
+}
+
+QTEST_MAIN(tst_ButtonParts)
+#include "tst_ButtonParts.moc"

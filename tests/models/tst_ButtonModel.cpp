@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/reliability/ModelledButton.h"
+#include "tests/models/ModelledButton.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -52,11 +52,11 @@ private:
 
 void tst_ButtonModel::walks_data()
 {
-    QTest::addColumn<QString>("name");
+    QTest::addColumn<ButtonRules>("rules");
     QTest::addColumn<int>("firstSeed");
     int firstSeed = 0;
-    for (const QString &name : ButtonModel::names()) {
-        QTest::newRow(qPrintable(name)) << name << firstSeed;
+    for (const ButtonRules &rules : ButtonRules::all()) {
+        QTest::newRow(qPrintable(rules.name)) << rules << firstSeed;
         firstSeed += kWalksOfEach;
     }
     QCOMPARE(firstSeed, kWalks);
@@ -64,12 +64,12 @@ void tst_ButtonModel::walks_data()
 
 void tst_ButtonModel::walks()
 {
-    QFETCH(QString, name);
+    QFETCH(ButtonRules, rules);
     QFETCH(int, firstSeed);
 
     for (int seed = firstSeed; seed < firstSeed + kWalksOfEach; ++seed) {
         std::mt19937 random(static_cast<unsigned>(seed));
-        ModelledButton button(name, m_folder);
+        ModelledButton button(rules, m_folder);
         QStringList way;
         for (int i = 0; i < kSteps; ++i) {
             way += step(button, random);
