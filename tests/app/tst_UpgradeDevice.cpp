@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/device/DeviceIdentity.h"
 #include "tests/app/fixtures/UpgradeStage.h"
 #include "tests/device/PlugRecorder.h"
 
@@ -11,8 +12,14 @@ namespace {
 
 const char *const kPort = UpgradeStage::kPort;
 
-const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Target", "2"};
-const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
+const DeviceIdentity kDevice;
+const int kVendor = kDevice.vendorId;
+const int kProduct = kDevice.applicationId;
+const int kPage = kDevice.usagePage;
+const int kUsage = kDevice.usage;
+
+const Testbed::UsbDevice kTarget = {kVendor, kProduct, "Target", "2"};
+const Testbed::HidInterface kTrigger = {kPage, kUsage, {}, {}};
 const Testbed::HidInterface kKeyboard = {0x01, 0x06, {}, {}};
 const QByteArray kReport = QByteArray("\xAA\xBB") + QByteArray(62, '\0');
 
@@ -217,11 +224,12 @@ void tst_UpgradeDevice::trigger_data()
     const auto one = [](int vendorId, int productId, int usagePage, int usage) {
         return attached({vendorId, productId, "Device", "2"}, {{usagePage, usage, {}, {}}});
     };
-    QTest::newRow("target") << one(0x7F3C, 0x0C51, 0xFF31, 0x74) << 1 << Reports{1};
-    QTest::newRow("wrong vendor") << one(0x7F3D, 0x0C51, 0xFF31, 0x74) << 0 << Reports{0};
-    QTest::newRow("wrong product") << one(0x7F3C, 0x0C50, 0xFF31, 0x74) << 0 << Reports{0};
-    QTest::newRow("wrong usage page") << one(0x7F3C, 0x0C51, 0xFF32, 0x74) << 0 << Reports{0};
-    QTest::newRow("wrong usage") << one(0x7F3C, 0x0C51, 0xFF31, 0x73) << 0 << Reports{0};
+    QTest::newRow("target") << one(kVendor, kProduct, kPage, kUsage) << 1 << Reports{1};
+    QTest::newRow("wrong vendor") << one(kVendor + 1, kProduct, kPage, kUsage) << 0 << Reports{0};
+    QTest::newRow("wrong product") << one(kVendor, kProduct - 1, kPage, kUsage) << 0 << Reports{0};
+    QTest::newRow("wrong usage page")
+        << one(kVendor, kProduct, kPage + 1, kUsage) << 0 << Reports{0};
+    QTest::newRow("wrong usage") << one(kVendor, kProduct, kPage, kUsage - 1) << 0 << Reports{0};
     QTest::newRow("with a keyboard")
         << attached(kTarget, {kKeyboard, kTrigger}) << 1 << Reports{0, 1};
     QTest::newRow("two interfaces") << openFails(false, false) << 2 << Reports{1, 1};

@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/app/fixtures/UpgradeStage.h"
+#include "tests/app/fixtures/UpgradeSteps.h"
+#include "tests/support/WidgetPicture.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <sys/stat.h>
 
+using namespace UpgradeSteps;
 using namespace WindowParts;
 
 namespace {
-
-const QByteArray kPhrase = "Device programmed";
 
 constexpr auto Running = Outcome::Running;
 constexpr auto Stopped = Outcome::Stopped;
@@ -25,54 +25,9 @@ Outcome shows(const QString &errorText)
     return {errorText, true, 0, {Running}, 1};
 }
 
-/// What happens to an upgrade that has just been started.
-using Step = std::function<void(UpgradeStage &)>;
-using Steps = QVector<Step>;
-
-Step says(const QByteArray &chunk)
-{
-    return [=](UpgradeStage &stage) {
-        stage.say(chunk);
-    };
-}
-
-/// What the tool has said is noticed by the next tick.
-Step saysUnnoticed(const QByteArray &chunk)
-{
-    return [=](UpgradeStage &stage) {
-        stage.sayUnnoticed(chunk);
-    };
-}
-
-Step complains(const QByteArray &chunk)
-{
-    return [=](UpgradeStage &stage) {
-        stage.complain(chunk);
-    };
-}
-
-Step ticks(int times, int upgrade = -1)
-{
-    return [=](UpgradeStage &stage) {
-        stage.tick(times, upgrade);
-    };
-}
-
-const Step kTick = ticks(1);
-
-const Step kClick = [](UpgradeStage &stage) {
-    stage.click();
-};
-
-const Step kUnplug = [](UpgradeStage &stage) {
-    stage.unplug();
-};
-
 } // namespace
 
-Q_DECLARE_METATYPE(Steps)
-
-/// What the window makes of the tool's words and of the ticks meanwhile. Every row begins with an
+/// How the window handles the tool's output and the ticks of its timer. Every row starts with an
 /// upgrade that has just been started.
 class tst_UpgradeOutput : public QObject
 {
@@ -96,7 +51,6 @@ private slots:
 
 private:
     void start();
-    void play(const Steps &steps);
 
     QTemporaryDir m_folder;
     std::unique_ptr<UpgradeStage> m_stage;
@@ -113,16 +67,6 @@ void tst_UpgradeOutput::start()
     m_stage->addPort();
     m_stage->click();
     m_stage->takeJournal();
-}
-
-/// Stops at the first step that fails: the others would wait in vain.
-void tst_UpgradeOutput::play(const Steps &steps)
-{
-    for (const Step &step : steps) {
-        if (!QTest::currentTestFailed()) {
-            step(*m_stage);
-        }
-    }
 }
 
 void tst_UpgradeOutput::phrase_data()
@@ -155,7 +99,7 @@ void tst_UpgradeOutput::phrase()
     QFETCH(bool, noticed);
     QFETCH(bool, success);
 
-    play(noticed ? Steps{says(chunk)} : Steps{saysUnnoticed(chunk), kTick});
+    play(*m_stage, noticed ? Steps{says(chunk)} : Steps{saysUnnoticed(chunk), ticks(1)});
     Outcome expected = success ? kSucceeded : Outcome::upgrading();
     expected.progress += noticed || success ? 0 : 5;
     QCOMPARE(m_stage->outcome(), expected);
@@ -195,19 +139,15 @@ void tst_UpgradeOutput::errorText()
     QCOMPARE(m_stage->takeJournal().filter("log:"),
              QStringList(UpgradeStage::logged("Standard Error:", chunk)));
 
+    QLabel *label = statusLabel(*m_stage->window);
     QLabel plain;
     plain.setTextFormat(Qt::PlainText);
     plain.setText(text);
-    plain.setFont(statusLabel(*m_stage->window)->font());
+    plain.setFont(label->font());
     plain.setAlignment(Qt::AlignCenter);
     plain.setStyleSheet("color:#ffffff;");
-    plain.resize(430, 30);
-    QImage expected(430, 30, QImage::Format_RGB32);
-    expected.fill(Qt::black);
-    QImage shown = expected;
-    plain.render(&expected, QPoint(), QRegion(), QWidget::DrawChildren);
-    statusLabel(*m_stage->window)->render(&shown, QPoint(), QRegion(), QWidget::DrawChildren);
-    QCOMPARE(shown, expected);
+    plain.resize(label->size());
+    QCOMPARE(WidgetPicture::of(*label), WidgetPicture::of(plain));
 }
 
 void tst_UpgradeOutput::longErrorText_data()
@@ -251,19 +191,18 @@ void tst_UpgradeOutput::outcome_data()
             << Steps{says(kPhrase.left(i)), says(kPhrase.mid(i))} << Outcome::upgrading();
     }
     const Step trouble = complains("trouble");
-    const Step phrase = says(kPhrase);
-    const Step timeOut = ticks(UpgradeStage::kTicksToTimeOut);
+    const Outcome troubleAtTimeOut = {"trouble", true, 9105, {Stopped}, 1};
     row("second error text", {trouble, complains("more")}, shows("more"));
-    row("error text, phrase", {trouble, phrase}, kSucceeded);
-    row("phrase, error text", {phrase, trouble}, {"trouble", true, 10000, {Deleted}, 1});
-    row("phrase, error text, phrase", {phrase, trouble, phrase}, kSucceeded);
-    row("time-out, phrase", {timeOut, phrase}, kSucceeded);
-    row("time-out, error text", {timeOut, trouble}, {"trouble", true, 9105, {Stopped}, 1});
-    row("error text, time-out", {trouble, timeOut}, {"trouble", true, 9105, {Stopped}, 1});
+    row("error text, phrase", {trouble, kSucceeds}, kSucceeded);
+    row("phrase, error text", {kSucceeds, trouble}, {"trouble", true, 10000, {Deleted}, 1});
+    row("phrase, error text, phrase", {kSucceeds, trouble, kSucceeds}, kSucceeded);
+    row("time-out, phrase", {kTimesOut, kSucceeds}, kSucceeded);
+    row("time-out, error text", {kTimesOut, trouble}, troubleAtTimeOut);
+    row("error text, time-out", {trouble, kTimesOut}, troubleAtTimeOut);
     row("four ticks", {ticks(4)}, {StatusText::kUpgrading, false, 20, {Running}, 1});
     row("the tick before the time-out", {ticks(1820)},
         {StatusText::kUpgrading, false, 9100, {Running}, 1});
-    row("time-out", {timeOut}, {StatusText::kUpgrading, true, 9105, {Stopped}, 1});
+    row("time-out", {kTimesOut}, {StatusText::kUpgrading, true, 9105, {Stopped}, 1});
 
     // The timer of an upgrade with error text ticks on beside the next one's.
     row("two timers", {trouble, kClick, ticks(3, 0), ticks(2, 1)},
@@ -273,10 +212,10 @@ void tst_UpgradeOutput::outcome_data()
     row("older timer beyond a full bar", {trouble, kClick, ticks(2002, 0)},
         {StatusText::kUpgrading, true, 5, {Running, Stopped}, 1});
     row("older timer once the next upgrade has succeeded",
-        {trouble, kClick, phrase, ticks(UpgradeStage::kTicksToTimeOut, 0)},
+        {trouble, kClick, kSucceeds, ticks(1821, 0)},
         {StatusText::kSuccess, true, 9105, {Running, Deleted}, 1});
-    row("older timer once the next upgrade has found no port", {trouble, kUnplug, kClick, timeOut},
-        {StatusText::kNotFound, true, 9105, {Stopped}, 0});
+    row("older timer once the next upgrade has found no port",
+        {trouble, kUnplug, kClick, kTimesOut}, {StatusText::kNotFound, true, 9105, {Stopped}, 0});
 }
 
 void tst_UpgradeOutput::outcome()
@@ -284,45 +223,40 @@ void tst_UpgradeOutput::outcome()
     QFETCH(Steps, steps);
     QFETCH(Outcome, outcome);
 
-    play(steps);
+    play(*m_stage, steps);
     QCOMPARE(m_stage->outcome(), outcome);
 }
 
 void tst_UpgradeOutput::order_data()
 {
-    QTest::addColumn<Steps>("before");
     QTest::addColumn<Steps>("steps");
-    QTest::addColumn<QStringList>("journal");
+    QTest::addColumn<QStringList>("journal"); // of the last step
 
-    const QString output = "log: Standard Output: \"%1\"";
     const QString success = QString("status: ") + StatusText::kSuccess;
-    QTest::newRow("two ticks") << Steps{} << Steps{ticks(2)}
-                               << QStringList{"bar: 5", output.arg(""), "bar: 10", output.arg("")};
-    QTest::newRow("time-out") << Steps{ticks(1820)} << Steps{kTick}
-                              << QStringList{"bar: 9105", "timers: stopped", "button on",
-                                             output.arg("")};
-    QTest::newRow("phrase to the slot") << Steps{} << Steps{says(kPhrase)}
-                                        << QStringList{"timers: deleted", success, "bar: 10000",
-                                                       "button on", output.arg(QString(kPhrase))};
-    QTest::newRow("phrase to the tick")
-        << Steps{saysUnnoticed(kPhrase)} << Steps{kTick}
-        << QStringList{"bar: 5",          output.arg(QString(kPhrase)),
-                       "timers: deleted", success,
-                       "bar: 10000",      "button on"};
-    QTest::newRow("error text") << Steps{} << Steps{complains("trouble")}
-                                << QStringList{"log: Standard Error: \"trouble\"", "button on",
-                                               "status: trouble"};
+    const QString nothing = UpgradeStage::logged("Standard Output:", "");
+    const QString phrase = UpgradeStage::logged("Standard Output:", kPhrase);
+    const auto row = [](const char *name, const Steps &steps, const QStringList &journal) {
+        QTest::newRow(name) << steps << journal;
+    };
+    row("two ticks", {ticks(2)}, {"bar: 5", nothing, "bar: 10", nothing});
+    row("time-out", {ticks(1820), ticks(1)},
+        {"bar: 9105", "timers: stopped", "button on", nothing});
+    row("phrase to the slot", {kSucceeds},
+        {"timers: deleted", success, "bar: 10000", "button on", phrase});
+    row("phrase to the tick", {saysUnnoticed(kPhrase), ticks(1)},
+        {"bar: 5", phrase, "timers: deleted", success, "bar: 10000", "button on"});
+    row("error text", {complains("trouble")},
+        {UpgradeStage::logged("Standard Error:", "trouble"), "button on", "status: trouble"});
 }
 
 void tst_UpgradeOutput::order()
 {
-    QFETCH(Steps, before);
     QFETCH(Steps, steps);
     QFETCH(QStringList, journal);
 
-    play(before);
+    play(*m_stage, steps.mid(0, steps.size() - 1));
     m_stage->takeJournal();
-    play(steps);
+    play(*m_stage, {steps.last()});
     QCOMPARE(m_stage->takeJournal(), journal);
 }
 

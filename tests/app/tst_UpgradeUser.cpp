@@ -2,22 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "tests/app/fixtures/ChildProcesses.h"
-#include "tests/app/fixtures/UpgradeStage.h"
+#include "tests/app/fixtures/UpgradeSteps.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
 
 #include <csignal>
 
+using namespace UpgradeSteps;
 using namespace WindowParts;
 
 namespace {
-
-constexpr auto Running = Outcome::Running;
-constexpr auto Stopped = Outcome::Stopped;
-constexpr auto Deleted = Outcome::Deleted;
-
-enum End { Success, Error, TimeOut };
 
 const QByteArray kWaits = "exec sleep 1000\n";
 const QByteArray kIgnoresSignals = "trap '' TERM INT HUP\n" + kWaits;
@@ -25,8 +20,6 @@ const QByteArray kForks = "sleep 1000 &\n" + kWaits;
 const QByteArray kTalks = "while :; do echo Sending; done\n";
 
 } // namespace
-
-Q_DECLARE_METATYPE(End)
 
 /// A user who clicks again, closes the window or cannot wait, also with tools that make it hard.
 class tst_UpgradeUser : public QObject
@@ -47,38 +40,21 @@ private slots:
     void clicksWhileFrozen();
 
 private:
-    void finish(End end);
-
     std::unique_ptr<UpgradeStage> m_stage;
 };
 
-void tst_UpgradeUser::finish(End end)
-{
-    m_stage->tick(1000);
-    switch (end) {
-    case Success:
-        m_stage->say("Device programmed");
-        break;
-    case Error:
-        m_stage->complain("trouble");
-        break;
-    case TimeOut:
-        m_stage->tick(UpgradeStage::kTicksToTimeOut);
-        break;
-    }
-    QVERIFY(m_stage->outcome().canClick);
-}
-
 void tst_UpgradeUser::secondClick_data()
 {
-    QTest::addColumn<End>("end");
+    QTest::addColumn<Steps>("end");
     QTest::addColumn<QByteArray>("tool");
     QTest::addColumn<Outcome::Timer>("timer"); // of the first upgrade
 
     const auto tool = [](const char *name, const QByteArray &script) {
-        QTest::addRow("after success, %s", name) << Success << script << Deleted;
-        QTest::addRow("after an error, %s", name) << Error << script << Running;
-        QTest::addRow("after the time-out, %s", name) << TimeOut << script << Stopped;
+        const Steps error = {ticks(1000), complains("trouble")};
+        QTest::addRow("after success, %s", name) << Steps{kSucceeds} << script << Outcome::Deleted;
+        QTest::addRow("after an error, %s", name) << error << script << Outcome::Running;
+        QTest::addRow("after the time-out, %s", name)
+            << Steps{kTimesOut} << script << Outcome::Stopped;
     };
     tool("usual tool", kWaits);
     tool("tool ignores signals", kIgnoresSignals);
@@ -88,14 +64,14 @@ void tst_UpgradeUser::secondClick_data()
 /// The first tool is gone before anything else happens, and what it has forked is left alone.
 void tst_UpgradeUser::secondClick()
 {
-    QFETCH(End, end);
+    QFETCH(Steps, end);
     QFETCH(QByteArray, tool);
     QFETCH(Outcome::Timer, timer);
 
     UpgradeStage::setTool(tool);
     m_stage->addPort();
     m_stage->click();
-    finish(end);
+    play(*m_stage, end);
     const auto first = static_cast<pid_t>(m_stage->tools.first()->processId());
     const int forks = tool == kForks ? 1 : 0;
     QVERIFY(UpgradeStage::waitFor([&] { return childProcesses(first).size() == forks; }));
@@ -109,7 +85,8 @@ void tst_UpgradeUser::secondClick()
     clock.start();
     m_stage->click();
     QVERIFY(clock.elapsed() < 5000); // a tool's end is waited for up to 30 s
-    QCOMPARE(m_stage->outcome(), (Outcome{StatusText::kUpgrading, false, 0, {timer, Running}, 1}));
+    QCOMPARE(m_stage->outcome(),
+             (Outcome{StatusText::kUpgrading, false, 0, {timer, Outcome::Running}, 1}));
     QCOMPARE(m_stage->takeJournal().mid(0, 4),
              QStringList({"button off", "bar: 0", "tool deleted",
                           QString("status: ") + StatusText::kStart}));
@@ -148,7 +125,7 @@ void tst_UpgradeUser::closes()
     QVERIFY(!m_stage->window->isVisible());
     QCOMPARE(m_stage->takeJournal(), journal);
     Outcome expected = before;
-    expected.timers.fill(Stopped);
+    expected.timers.fill(Outcome::Stopped);
     QCOMPARE(m_stage->outcome(), expected);
     if (!upgrades) {
         return;
@@ -168,7 +145,7 @@ void tst_UpgradeUser::closesWhileFrozen_data()
     QTest::addColumn<Outcome>("outcome");
 
     QTest::newRow("and the port comes")
-        << true << Outcome{StatusText::kUpgrading, false, 0, {Stopped}, 1};
+        << true << Outcome{StatusText::kUpgrading, false, 0, {Outcome::Stopped}, 1};
     QTest::newRow("and no port comes") << false << Outcome::notFound();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/device/DeviceIdentity.h"
 #include "tests/app/fixtures/ChildProcesses.h"
 #include "tests/app/fixtures/UpgradeStage.h"
 #include "tests/models/SequenceModel.h"
@@ -76,8 +77,11 @@ private:
     const Step m_when;
     const Disturbance m_what;
     UpgradeStage m_stage;
-    const QString m_target = m_stage.testbed.addUsbDevice({0x7F3C, 0x0C51, "Target", "2"});
-    const QString m_hid = m_stage.testbed.addHidInterface(m_target, {0xFF31, 0x74, {}, {}});
+    const DeviceIdentity m_device;
+    const QString m_target
+        = m_stage.testbed.addUsbDevice({m_device.vendorId, m_device.applicationId, "Target", "2"});
+    const QString m_hid
+        = m_stage.testbed.addHidInterface(m_target, {m_device.usagePage, m_device.usage, {}, {}});
     SequenceModel m_model;
     int m_disturbances = 0;
     bool m_meetsSomething = true;
