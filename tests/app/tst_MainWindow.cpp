@@ -26,7 +26,7 @@ const QColor kBackground(0x0f, 0x17, 0x1d);
 Q_DECLARE_METATYPE(QAccessible::Role)
 Q_DECLARE_METATYPE(Qt::CursorShape)
 
-/// What the window looks like, and what a screen reader finds in it.
+/// The look of the window and what a screen reader finds in it.
 class tst_MainWindow : public QObject
 {
     Q_OBJECT
@@ -71,7 +71,7 @@ void tst_MainWindow::keepsTheFormUnderneath()
     QCOMPARE(window.objectName(), QString("MainWindow"));
     QVERIFY(window.centralWidget() != nullptr);
     QCOMPARE(window.centralWidget()->objectName(), QString("centralwidget"));
-    // A menu bar would be empty, and its code alone takes 0.4 MB.
+    // An empty menu bar would cost 0.4 MB of memory.
     QVERIFY(window.findChild<QMenuBar *>() == nullptr);
     QVERIFY(window.findChild<QStatusBar *>("statusbar") != nullptr);
 }
@@ -79,7 +79,7 @@ void tst_MainWindow::keepsTheFormUnderneath()
 void tst_MainWindow::isFramelessAndFixed()
 {
     MainWindow window;
-    // Qt adds its own mark of a top-level widget; no other hint may be there.
+    // Qt adds Qt::Window to every top-level widget. No other flag may be set.
     QCOMPARE(int(window.windowFlags()), int(Qt::Window | Qt::FramelessWindowHint));
     QCOMPARE(window.windowTitle(), QString("FW Update"));
     window.show();
@@ -96,14 +96,13 @@ void tst_MainWindow::part_data()
     QTest::addColumn<int>("index");
     QTest::addColumn<QRect>("geometry");
     QTest::addColumn<QAccessible::Role>("role");
-    QTest::addColumn<QString>("name"); // as a screen reader tells it
+    QTest::addColumn<QString>("name"); // that a screen reader says
     QTest::addColumn<int>("pointSize");
     QTest::addColumn<Qt::CursorShape>("cursor");
 
     const int usual = QApplication::font().pointSize();
-    QTest::newRow("background area")
-        << QByteArray("CustomArea") << 0 << QRect(0, 0, 500, 260) << QAccessible::Client << ""
-        << usual << Qt::ArrowCursor;
+    QTest::newRow("background area") << QByteArray("CustomArea") << 0 << QRect(0, 0, 500, 260)
+                                     << QAccessible::Client << "" << usual << Qt::ArrowCursor;
     QTest::newRow("close button, by its tool tip")
         << QByteArray("MButton") << 0 << QRect(455, 12, 30, 30) << QAccessible::PushButton
         << "close Winodw" << usual << Qt::PointingHandCursor;
@@ -170,7 +169,7 @@ void tst_MainWindow::backgroundLiesBelowTheRest()
 void tst_MainWindow::paintsItsBackground()
 {
     MainWindow window;
-    const QPalette expected(kBackground); // with all that Qt makes of one colour
+    const QPalette expected(kBackground); // Qt derives the other roles from this colour
     for (const QPalette::ColorRole role :
          {QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Button,
           QPalette::ButtonText, QPalette::Light, QPalette::Dark}) {
@@ -246,7 +245,7 @@ void tst_MainWindow::closeButtonEndsTheProgram()
     window.show();
     QTimer::singleShot(0, &window,
                        [&window] { QTest::mouseClick(closeButton(window), Qt::LeftButton); });
-    QCOMPARE(QApplication::exec(), 0); // returns because its last window is gone
+    QCOMPARE(QApplication::exec(), 0); // closing the last window ends it
     QVERIFY(!window.isVisible());
 }
 
@@ -270,7 +269,7 @@ void tst_MainWindow::fontsFitTheirRectangles()
     QFETCH(QSize, room);
 
     const MainWindow window;
-    // All three have the same font; figures hold for the one that Debian installs.
+    // All three have the same font. The sizes are those of the font that Debian installs.
     QCOMPARE(titleLabel(window)->font(), statusLabel(window)->font());
     QCOMPARE(upgradeButton(window)->font(), statusLabel(window)->font());
     const QFont font = statusLabel(window)->font();

@@ -38,7 +38,7 @@ Setting attached(const Testbed::UsbDevice &device, const QVector<Testbed::HidInt
     };
 }
 
-/// The target with two interfaces, of which some cannot be opened.
+/// The target with two interfaces, of which one or both cannot be opened.
 Setting openFails(bool first, bool second)
 {
     return [=](Testbed &testbed) {
@@ -70,7 +70,7 @@ QStringList goesBeforeItIsOpened(Testbed &testbed)
 
 Q_DECLARE_METATYPE(Setting)
 
-/// What one click does with the devices and ports that are there, until it returns.
+/// What a click does, depending on the devices and ports that are attached, until it returns.
 class tst_UpgradeDevice : public QObject
 {
     Q_OBJECT
@@ -94,7 +94,7 @@ private:
     std::unique_ptr<UpgradeStage> m_stage;
 };
 
-/// The port that the tool was given; empty when none was started.
+/// The port that the tool was given; empty if no tool was started.
 QString tst_UpgradeDevice::chosenPort() const
 {
     return m_stage->tools.isEmpty() ? QString() : m_stage->tools.first()->arguments().last();
@@ -103,7 +103,7 @@ QString tst_UpgradeDevice::chosenPort() const
 /// Comes first, since the device layer lives until the process ends.
 void tst_UpgradeDevice::deviceLayerIsMadeOnDemand()
 {
-    const PlugRecorder recorder; // hears of all that is attached once the device layer is made
+    const PlugRecorder recorder; // is told of attached devices once the device layer exists
     attached(kTarget, {kTrigger})(m_stage->testbed);
     m_stage->addPort();
     m_stage->click();

@@ -157,7 +157,7 @@ void tst_UpgradeOutput::longErrorText_data()
     QTest::newRow("a megabyte") << 1000000;
 }
 
-/// Comes in pieces of what a pipe holds; the last one stays.
+/// The text arrives in pieces of the pipe's size. The last one remains in the status line.
 void tst_UpgradeOutput::longErrorText()
 {
     QFETCH(int, size);
@@ -204,7 +204,7 @@ void tst_UpgradeOutput::outcome_data()
         {StatusText::kUpgrading, false, 9100, {Running}, 1});
     row("time-out", {kTimesOut}, {StatusText::kUpgrading, true, 9105, {Stopped}, 1});
 
-    // The timer of an upgrade with error text ticks on beside the next one's.
+    // The timer of a failed upgrade goes on ticking during the next upgrade.
     row("two timers", {trouble, kClick, ticks(3, 0), ticks(2, 1)},
         {StatusText::kUpgrading, false, 25, {Running, Running}, 1});
     row("older timer up to a full bar", {trouble, kClick, ticks(2000, 0)},

@@ -6,8 +6,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/// What becomes of an upgrade whose device is in its bootloader, whatever chmod and the vendor's
-/// tool do.
+/// An upgrade of a device in its bootloader, with every kind of chmod and tool.
 class tst_UpgradeTool : public QObject
 {
     Q_OBJECT
@@ -42,11 +41,11 @@ void tst_UpgradeTool::cleanup()
 {
     qputenv("PATH", m_searchPath);
     m_stage.reset();
-    QDir(UpgradeStage::toolPath()).removeRecursively(); // where it is a directory
+    QDir(UpgradeStage::toolPath()).removeRecursively(); // if it is a directory
     m_folder.reset();
 }
 
-/// Makes a script the only chmod of the search path. It notes how it was called.
+/// Makes a script the only chmod in the search path. It records how it is called.
 void tst_UpgradeTool::installChmod(const QByteArray &script)
 {
     QFile file(m_folder->filePath("chmod"));
@@ -68,7 +67,7 @@ void tst_UpgradeTool::chmod_data()
     const QByteArray megabyte(1000000, 'x');
     QTest::newRow("works") << works << true << none << none << 1;
     QTest::newRow("in another directory") << QByteArray("chmod \"$@\" 2>&-\n") << false << none
-                                          << none << 0; // it does not reach the tool
+                                          << none << 0; // chmod does not reach the tool
     QTest::newRow("missing") << none << true << none << none << 0;
     QTest::newRow("fails") << QByteArray("exit 1\n") << true << none << none << 0;
     QTest::newRow("is killed") << QByteArray("kill -KILL $$\n") << true << none << none << 0;
@@ -101,7 +100,7 @@ void tst_UpgradeTool::chmod()
     int limit = 0;
     LibraryHooks::current.finishLimit = [&](int msecs) {
         limit = msecs;
-        return script.contains("sleep") ? 100 : msecs; // the time goes by at once
+        return script.contains("sleep") ? 100 : msecs; // need not take 30 s
     };
     m_stage->click();
 
@@ -115,9 +114,9 @@ void tst_UpgradeTool::chmod()
     QCOMPARE(journal.filter("log:"),
              QStringList(
                  {UpgradeStage::logged("Output:", output), UpgradeStage::logged("Error:", error)}));
-    QCOMPARE(journal.filter("status:").size(), 4); // it carries on
+    QCOMPARE(journal.filter("status:").size(), 4); // the upgrade goes on
     Outcome expected = Outcome::upgrading();
-    expected.processes = processes; // a chmod that hangs is gone
+    expected.processes = processes; // a chmod that hangs has been killed
     QCOMPARE(m_stage->awaitOutcome(expected), expected);
 }
 
@@ -162,7 +161,7 @@ void tst_UpgradeTool::silentUntilTheTimeOut()
     QFETCH(int, processes);
 
     UpgradeStage::removeTool();
-    QDir::setCurrent(m_folder->path()); // out of chmod's reach
+    QDir::setCurrent(m_folder->path()); // where chmod does not reach the tool
     if (content == "directory") {
         QVERIFY(QDir().mkdir(UpgradeStage::toolPath()));
     } else if (!content.isEmpty()) {

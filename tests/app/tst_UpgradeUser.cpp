@@ -21,7 +21,7 @@ const QByteArray kTalks = "while :; do echo Sending; done\n";
 
 } // namespace
 
-/// A user who clicks again, closes the window or cannot wait, also with tools that make it hard.
+/// A user who clicks again, closes the window or does not wait, with every kind of tool.
 class tst_UpgradeUser : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ void tst_UpgradeUser::secondClick_data()
     tool("tool has forked", kForks);
 }
 
-/// The first tool is gone before anything else happens, and what it has forked is left alone.
+/// The click ends the first tool before it does anything else, but not what the tool has forked.
 void tst_UpgradeUser::secondClick()
 {
     QFETCH(Steps, end);
@@ -84,7 +84,7 @@ void tst_UpgradeUser::secondClick()
     QElapsedTimer clock;
     clock.start();
     m_stage->click();
-    QVERIFY(clock.elapsed() < 5000); // a tool's end is waited for up to 30 s
+    QVERIFY(clock.elapsed() < 5000); // waiting for the tool to end by itself would take 30 s
     QCOMPARE(m_stage->outcome(),
              (Outcome{StatusText::kUpgrading, false, 0, {timer, Outcome::Running}, 1}));
     QCOMPARE(m_stage->takeJournal().mid(0, 4),
@@ -106,7 +106,7 @@ void tst_UpgradeUser::closes_data()
     QTest::newRow("while the tool talks") << true << kTalks << stops;
 }
 
-/// The timer stops, and the tool runs on; it is heard until the window is gone.
+/// Closing stops the timer but not the tool, whose output is read until the window is deleted.
 void tst_UpgradeUser::closes()
 {
     QFETCH(bool, upgrades);
@@ -134,7 +134,7 @@ void tst_UpgradeUser::closes()
     QVERIFY(!m_stage->takeJournal().filter("Sending").isEmpty());
 
     m_stage->window.reset();
-    m_stage->say("Sending\n"); // to nobody
+    m_stage->say("Sending\n"); // nobody reads it
     QCOMPARE(childProcesses().size(), 1);
     QVERIFY(!m_stage->timers.first().isNull());
 }
@@ -149,7 +149,7 @@ void tst_UpgradeUser::closesWhileFrozen_data()
     QTest::newRow("and no port comes") << false << Outcome::notFound();
 }
 
-/// The window closes once the click has gone on to its end.
+/// The window closes once the click on the upgrade button has returned.
 void tst_UpgradeUser::closesWhileFrozen()
 {
     QFETCH(bool, portComes);
@@ -179,7 +179,7 @@ void tst_UpgradeUser::clicksWhileFrozen_data()
     }
 }
 
-/// A disabled button drops the clicks; one that has been enabled again obeys each.
+/// The button drops the clicks if it is still disabled, and obeys each one otherwise.
 void tst_UpgradeUser::clicksWhileFrozen()
 {
     QFETCH(int, clicks);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// One event of the pointer at a place on the screen.
+/// An event of the pointer, at a place on the screen.
 struct Pointer
 {
     QEvent::Type type;
@@ -22,7 +22,7 @@ using Pointers = QVector<Pointer>;
 const QPoint kWindow(100, 100);
 const QPoint kStep(30, -20);
 
-/// A place in the window as it stands at first.
+/// A place in the window before it moves.
 QPointF at(qreal x, qreal y)
 {
     return kWindow + QPointF(x, y);
@@ -144,7 +144,7 @@ void tst_WindowDrag::releaseRows()
     }
 }
 
-/// No other widget gets what the window has seen.
+/// The window accepts every event, so that none is passed on.
 void tst_WindowDrag::pointer()
 {
     QFETCH(Pointers, pointers);

@@ -36,7 +36,7 @@ void countLine(QtMsgType type, const QMessageLogContext &context, const QString 
 
 } // namespace
 
-// These definitions go before those of the libraries, for whatever is linked into this program.
+// The linker uses these definitions instead of the libraries' for all code of this program.
 
 void QProcess::start(const QString &program, const QStringList & /*arguments*/, OpenMode /*mode*/)
 {

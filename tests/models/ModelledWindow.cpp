@@ -13,7 +13,7 @@ using namespace WindowParts;
 
 namespace {
 
-/// Clicks as the window system does; Qt keeps the events from a disabled button.
+/// Sends the events of the window system. Qt does not deliver them to a disabled button.
 void clickOn(QWidget *widget)
 {
     const QPointF middle = QRectF(widget->rect()).center();

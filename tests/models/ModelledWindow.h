@@ -7,19 +7,19 @@
 #include "tests/models/MachineDouble.h"
 #include "tests/models/SequenceModel.h"
 
-/// The window and its model side by side: each step goes to both.
+/// The window and its model, which both take the same steps.
 class ModelledWindow
 {
 public:
     void click(bool portAtOnce, bool portLater);
-    /// These two do nothing while there is no tool.
+    /// These do nothing while there is no tool.
     void say(const QByteArray &chunk, bool noticed);
     void complain(const QByteArray &chunk);
-    /// Does nothing unless there is a timer of that upgrade and it runs.
+    /// Does nothing unless the timer of that upgrade runs.
     void tick(int index, int times);
     void close();
 
-    /// Where the window differs from its model; empty if nowhere.
+    /// How the window differs from its model; empty if it does not.
     QString difference() const;
 
     const SequenceModel &model() const { return m_model; }

@@ -20,7 +20,7 @@ void SequenceModel::click(bool portAtOnce, bool portLater)
     }
     m_counter = 0;
     m_unread.clear();
-    logLines += 2; // chmod's two channels
+    logLines += 2; // chmod's output and error text
     triggers += portAtOnce ? 0 : 1;
     hasTool = portAtOnce || portLater;
     outcome = {StatusText::kNotFound, !hasTool, 0, outcome.timers, hasTool ? 1 : 0};
@@ -57,7 +57,7 @@ void SequenceModel::tick(int index)
         outcome.canClick = true;
         stopTimer(Outcome::Stopped);
     }
-    ++logLines; // also when nothing has come
+    ++logLines; // also for an empty chunk
     search(m_unread);
     m_unread.clear();
 }

@@ -7,24 +7,24 @@
 
 #include <QByteArray>
 
-/// How an upgrade must proceed, without window, process or time: it takes the events that the
-/// window takes and says what must be seen after each.
+/// A model of the upgrade without window, processes or time. It takes the events that the window
+/// takes, and has the outcome that the window must have after each.
 struct SequenceModel
 {
     Outcome outcome;
     bool isVisible = true;
-    bool hasTool = false; ///< its process object exists, also when the process has ended
+    bool hasTool = false; ///< the process object exists, even if the process has ended
     int triggers = 0; ///< requests to the device so far
     int logLines = 0; ///< debug lines so far
 
-    /// A click when the port is there at once, or once the device has had its two seconds.
+    /// A click, with the port there at the first search or only at the second.
     void click(bool portAtOnce, bool portLater);
-    /// A chunk on standard output; \a noticed when the window is told before the next tick.
+    /// A chunk on standard output. Unless \a noticed, it waits for the next tick.
     void say(const QByteArray &chunk, bool noticed);
     void complain(const QByteArray &chunk);
     /// The tool ends.
     void end() { outcome.processes = 0; }
-    /// A tick of the timer of this upgrade, which must be running.
+    /// A tick of the timer of an upgrade, which must be running.
     void tick(int index);
     void close();
 

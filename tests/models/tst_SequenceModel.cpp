@@ -38,7 +38,7 @@ public:
         m_subject.window().show();
     }
 
-    /// One random step; returns what was done.
+    /// Takes a random step and returns its description.
     QString step()
     {
         const int choice = below(20);
@@ -66,7 +66,7 @@ public:
     ModelledWindow &subject() { return m_subject; }
 
 private:
-    // The distributions of the standard library differ from one library to the next.
+    // Unlike std::uniform_int_distribution, this gives the same numbers with every library.
     int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
 
     QString click()
@@ -83,7 +83,7 @@ private:
         if (timers == 0) {
             return "nothing";
         }
-        // Few timers are alive, and the newest is the most likely one.
+        // Of the timers, the newest is the most likely to run.
         const int index = below(3) != 0 ? timers - 1 : below(timers);
         const int times = below(64) != 0 ? 1 + below(6) : 1 + below(2001);
         m_subject.tick(index, times);

@@ -31,6 +31,6 @@ int RepeatedUpgrades::descriptors()
     if (!UpgradeStage::waitFor([] { return childProcesses().isEmpty(); })) {
         return -1;
     }
-    QCoreApplication::processEvents(); // the last one's pipes are closed by its end
+    QCoreApplication::processEvents(); // closes the pipes of the last tool
     return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
 }

@@ -5,17 +5,17 @@
 
 #include "tests/app/fixtures/UpgradeStage.h"
 
-/// One upgrade after the other in one window, with a port and a tool that acts by itself. Nothing
-/// else keeps what they leave behind.
+/// Many upgrades in one window. Nothing but the window keeps their processes and timers.
 class RepeatedUpgrades
 {
 public:
     RepeatedUpgrades();
 
-    /// Lets the tool run the shell \a script for that many upgrades; each must end with \a status.
+    /// Upgrades that often with a shell \a script as the tool. Each upgrade must end with \a
+    /// status.
     void run(int times, const QByteArray &script, const QString &status);
 
-    /// Open in this process once its tools are gone; -1 when they do not go.
+    /// The number of open file descriptors once all tools have ended; -1 if one does not end.
     static int descriptors();
 
     UpgradeStage stage;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-// soak: upgrades without end in one process, and tools that never stop talking. Run by
-// tests/quality/run, since it takes minutes.
+// soak: many upgrades in one process, and tools that write a gigabyte. It takes minutes, so that
+// only tests/quality/run runs it.
 
 #include "tests/reliability/RepeatedUpgrades.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 kKilobyte = 1024;
 
-/// A line of /proc/self/status, in kilobytes.
+/// The value of a line of /proc/self/status, in kilobytes.
 qint64 statusLine(const char *name)
 {
     QFile file("/proc/self/status");
@@ -29,22 +29,22 @@ qint64 statusLine(const char *name)
     return -1;
 }
 
-/// Kilobytes of this process in memory, without what was freed and is only kept for later.
+/// The resident size of this process in kilobytes, once freed memory has been given back.
 qint64 resident()
 {
     ::malloc_trim(0);
     return statusLine("VmRSS");
 }
 
-/// Bytes that the program has allocated and not given back, large blocks included.
+/// The number of bytes that are allocated, including large blocks.
 qint64 allocated()
 {
     const auto info = ::mallinfo2();
     return static_cast<qint64>(info.uordblks + info.hblkhd);
 }
 
-/// Turns the event loop until \a isDone, or for a quarter of an hour; the longest of its passes, in
-/// milliseconds.
+/// Processes events until \a isDone, for at most a quarter of an hour. Returns how long the longest
+/// pass of the event loop took, in milliseconds.
 template <class Condition> qint64 longestPassUntil(Condition isDone)
 {
     QElapsedTimer whole;
@@ -82,7 +82,7 @@ void soak::upgrades_data()
 
     QTest::newRow("successful") << 1000 << QByteArray("echo 'Device programmed.'\n")
                                 << StatusText::kSuccess << 1024 * kKilobyte;
-    // Each leaves its timer behind, which goes on ticking.
+    // Each one leaves its timer ticking.
     QTest::newRow("failed") << 300 << QByteArray("echo 'No such port' >&2; exit 1\n")
                             << "No such port\n"
                             << 300 * 2 * kKilobyte;
@@ -108,7 +108,7 @@ void soak::upgrades()
              residentMore);
     QVERIFY(allocatedMore <= growth);
     QVERIFY(residentMore <= 1024);
-    QVERIFY(descriptors > 0); // and no dead child
+    QVERIFY(descriptors > 0); // -1 if a child process is left
     QCOMPARE(descriptorsAfter, descriptors);
 }
 
@@ -119,7 +119,7 @@ void soak::flood_data()
     QTest::newRow("standard error") << QByteArray(" >&2");
 }
 
-/// A gigabyte on one channel. The tool then waits until its file is gone, and tells its success.
+/// The tool writes a gigabyte, waits until its file is removed, and reports success.
 void soak::flood()
 {
     QFETCH(QByteArray, channel);
@@ -130,13 +130,13 @@ void soak::flood()
         "yes 'Sending firmware, one line of many' | head -c 1000000000" + channel
         + "\ntouch \"$0.flooded\"\nwhile test -e \"$0.flooded\"; do sleep 0.1; done"
         + "\necho 'Device programmed.'\n");
-    // What the first paint and the first process take once is part of idling.
+    // Memory that is only needed once, for painting, counts as idle.
     upgrades.stage.window->grab();
     QCoreApplication::processEvents();
     const qint64 idle = resident();
     QFile peak("/proc/self/clear_refs");
     QVERIFY(peak.open(QIODevice::WriteOnly));
-    peak.write("5"); // VmHWM begins anew
+    peak.write("5"); // resets VmHWM
     peak.close();
 
     const QString flooded = UpgradeStage::toolPath() + ".flooded";
@@ -145,7 +145,7 @@ void soak::flood()
     upgrades.stage.click();
     qint64 longest = longestPassUntil([&] { return QFile::exists(flooded); });
     const qint64 seconds = timer.restart() / 1000;
-    // The rest of the flood is still in the pipe.
+    // The pipe still holds the end of the flood.
     longest = std::max(longest, longestPassUntil([&] { return timer.elapsed() > 200; }));
     QVERIFY(QFile::remove(flooded));
     const auto succeeded = [&window] {

@@ -13,16 +13,16 @@
 
 using namespace WindowParts;
 
-/// Disturbs one upgrade of a device that is in its application, once, at each of its steps and in
-/// each way. Then it goes on as far as it can, up to the time-out, and must agree with the model
-/// all along. A disturbance may come before what it takes away exists; then it changes nothing.
+/// Each row disturbs an upgrade at one of its steps in one way. The upgrade then goes on as far as
+/// it can, up to the time-out, and must agree with its model all the time. A disturbance has no
+/// effect if there is nothing to take away yet.
 class tst_Interruption : public QObject
 {
     Q_OBJECT
 
 public:
     enum Step {
-        Clicked, ///< from here to ToolStarts the window is frozen
+        Clicked, ///< the window is blocked from here to ToolStarts
         MadeExecutable,
         FoundNoPort,
         AskedTheDevice,
@@ -85,7 +85,7 @@ private:
     SequenceModel m_model;
     int m_disturbances = 0;
     bool m_meetsSomething = true;
-    bool m_isQueued = false; // a click that the window has not seen yet
+    bool m_isQueued = false; // a click that the window has not processed yet
     bool m_isFrozen = false;
     bool m_hidIsThere = true;
     bool m_portIsThere = false;
@@ -210,7 +210,7 @@ bool DisturbedUpgrade::mustMeetSomething() const
         && (m_what != Disturbance::PortGone || m_when >= Step::DeviceCameBack);
 }
 
-/// Takes to the model what the window has just taken from the queue.
+/// Passes the click to the model once the window has processed it.
 void DisturbedUpgrade::catchUp()
 {
     if (!m_isQueued) {

@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-/// The beginning of what the soak does, short enough for the sanitizers.
+/// A short form of the soak, which also runs with the sanitizers.
 class tst_ManyUpgrades : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ void tst_ManyUpgrades::leaveNothingOpen()
     RepeatedUpgrades upgrades;
     upgrades.run(1, script, status);
     const int before = RepeatedUpgrades::descriptors();
-    QVERIFY(before > 0); // and no dead child
+    QVERIFY(before > 0); // -1 if a child process is left
     upgrades.run(times, script, status);
     QCOMPARE(RepeatedUpgrades::descriptors(), before);
 }
