@@ -205,7 +205,7 @@ void tst_UpgradeOutput::outcome_data()
     row("time-out", {kTimesOut}, {StatusText::kUpgrading, true, 9105, {Stopped}, 1});
 
     // The timer of a failed upgrade goes on ticking during the next upgrade.
-    row("two timers", {trouble, kClick, ticks(3, 0), ticks(2, 1)},
+    row("two timers", {ticks(1000), trouble, kClick, ticks(3, 0), ticks(2, 1)},
         {StatusText::kUpgrading, false, 25, {Running, Running}, 1});
     row("older timer up to a full bar", {trouble, kClick, ticks(2000, 0)},
         {StatusText::kUpgrading, true, 10000, {Running, Stopped}, 1});
