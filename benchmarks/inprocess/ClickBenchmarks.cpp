@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "benchmarks/inprocess/SilentTool.h"
+#include "simulator/demo/StatusText.h"
 #include "tests/support/WindowParts.h"
 
 #include <QCoreApplication>
@@ -37,7 +38,7 @@ void clickOurs(benchmark::State &state)
         QCoreApplication::processEvents();
         const Clock::time_point start = Clock::now();
         WindowParts::upgradeButton(window)->click();
-        while (status->text() != "Upgrade Successfully") {
+        while (status->text() != StatusText::kSuccess) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
         state.SetIterationTime(secondsSince(start));

@@ -3,6 +3,7 @@
 
 #include "benchmarks/floors/PlainWindow.h"
 #include "benchmarks/inprocess/SilentTool.h"
+#include "simulator/demo/StatusText.h"
 #include "tests/support/WindowParts.h"
 
 #include <QCoreApplication>
@@ -21,7 +22,7 @@
 namespace {
 
 const QByteArray kSuccess = "Device programmed.";
-const QString kShown = "Upgrade Successfully";
+const QString kShown = StatusText::kSuccess;
 
 void waitForText(const QLabel *label, const QString &text)
 {

@@ -4,6 +4,7 @@
 #include "simulator/demo/Demo.h"
 
 #include "simulator/demo/ScreenUser.h"
+#include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
 #include "simulator/dfu/Checksum.h"
 
@@ -71,7 +72,7 @@ public:
     void waitForLastText()
     {
         constexpr int kShortly = 1000;
-        waitUntil([this] { return status() != WindowLook::kUpgrading; }, kShortly);
+        waitUntil([this] { return status() != StatusText::kUpgrading; }, kShortly);
     }
 
     void click(const QPoint &position)
@@ -146,8 +147,8 @@ int Demo::playWithUser(const QString &pictures)
     watcher.click(WindowLook::kUpgradeButton);
     say("clicked \"Start Upgrade\"");
     watcher.waitForNews();
-    if (watcher.status() == WindowLook::kUpgrading) {
-        say(QString("the window shows: ") + WindowLook::kUpgrading);
+    if (watcher.status() == StatusText::kUpgrading) {
+        say(QString("the window shows: ") + StatusText::kUpgrading);
         watcher.waitForSomeProgress();
     }
     watcher.save("running.png");
@@ -163,9 +164,9 @@ int Demo::playWithUser(const QString &pictures)
     watcher.click(WindowLook::kCloseButton);
     say("clicked the close button");
     awaitEnd();
-    return verdict(status == WindowLook::kSuccess             ? Outcome::Success
-                       : status == WindowLook::kNoDeviceFound ? Outcome::NoDevice
-                                                              : Outcome::ToolFailed);
+    return verdict(status == StatusText::kSuccess        ? Outcome::Success
+                       : status == StatusText::kNotFound ? Outcome::NoDevice
+                                                         : Outcome::ToolFailed);
 }
 
 void Demo::stop()

@@ -3,6 +3,8 @@
 
 #include "simulator/demo/WindowLook.h"
 
+#include "simulator/demo/StatusText.h"
+
 #include <QLabel>
 
 #include <cstdlib>
@@ -71,7 +73,9 @@ QString WindowLook::statusText(const QImage &window, const QStringList &others)
         return {};
     }
     const QImage shown = window.copy(scaled(kStatusArea, scale));
-    const QStringList candidates = QStringList{"", kNoDeviceFound, kUpgrading, kSuccess} + others;
+    const QStringList candidates
+        = QStringList{"", StatusText::kNotFound, StatusText::kUpgrading, StatusText::kSuccess}
+        + others;
     for (const QString &candidate : candidates) {
         if (difference(shown, drawStatus(candidate, scale)) <= kTolerance) {
             return candidate.isNull() ? QString("") : candidate;

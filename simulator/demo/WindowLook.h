@@ -19,13 +19,8 @@ namespace WindowLook {
 constexpr QPoint kUpgradeButton(250, 218);
 constexpr QPoint kCloseButton(470, 27);
 
-/// The status texts that are visible long enough to read.
-constexpr char kNoDeviceFound[] = "Find Upgrade Device Error!";
-constexpr char kUpgrading[] = "Upgrading, please do not plug or unplug the device!";
-constexpr char kSuccess[] = "Upgrade Successfully";
-
-/// The status text: one of the texts above, empty, or one of \a others, such as an error text of
-/// the tool. Null for any other text.
+/// The status text: one of those in StatusText that are visible long enough to read, empty, or one
+/// of \a others, such as an error text of the tool. Null for any other text.
 QString statusText(const QImage &window, const QStringList &others = {});
 
 /// The value of the progress bar, 0 to 10000, with the precision of its 430 pixels.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/Desktop.h"
+#include "simulator/demo/StatusText.h"
 #include "tests/support/WindowParts.h"
 
 #include <QApplication>
@@ -51,8 +52,7 @@ static int report(int argc, char *argv[])
     result["pixelsPerPoint"]
         = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
     result["headingWidth"] = metrics.horizontalAdvance("Firmware Upgrade");
-    result["longestStatusWidth"]
-        = metrics.horizontalAdvance("Upgrading, please do not plug or unplug the device!");
+    result["longestStatusWidth"] = metrics.horizontalAdvance(StatusText::kUpgrading);
     std::cout << QJsonDocument(result).toJson().constData();
     return 0;
 }

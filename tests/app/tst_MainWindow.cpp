@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "tests/app/fixtures/StatusText.h"
+#include "simulator/demo/StatusText.h"
 #include "tests/support/WidgetPicture.h"
 #include "tests/support/WindowParts.h"
 #include "widgets/CustomArea.h"

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
 #include "tests/endtoend/Stage.h"
 
@@ -10,9 +11,9 @@
 
 namespace {
 
-const QString kUpgrading = WindowLook::kUpgrading;
-const QString kSuccess = WindowLook::kSuccess;
-const QString kNoDevice = WindowLook::kNoDeviceFound;
+const QString kUpgrading = StatusText::kUpgrading;
+const QString kSuccess = StatusText::kSuccess;
+const QString kNoDevice = StatusText::kNotFound;
 const QString kPort = "/dev/cu.usbmodem14201";
 
 constexpr int kSoon = 20000;

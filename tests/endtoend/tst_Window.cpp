@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
 #include "tests/endtoend/Stage.h"
 
@@ -74,9 +75,9 @@ void tst_Window::upgrades()
     QVERIFY(stage.open());
 
     stage.click(WindowLook::kUpgradeButton);
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kUpgrading), kSoon);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kUpgrading), kSoon);
     QVERIFY(!stage.isUpgradeEnabled());
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kSuccess), kSoon);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kSuccess), kSoon);
     QTRY_COMPARE(stage.progress(), 10000);
     QTRY_VERIFY(stage.isUpgradeEnabled());
 
@@ -123,7 +124,7 @@ void tst_Window::isDraggedByItsBand()
 
     // The program has handled the drag by the time that it answers a click.
     stage.click(WindowLook::kUpgradeButton);
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(WindowLook::kNoDeviceFound), kSoon);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kNotFound), kSoon);
 
     QCOMPARE(stage.position(), after);
 }

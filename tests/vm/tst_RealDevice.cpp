@@ -3,6 +3,7 @@
 
 // Upgrades a USB device that the kernel emulates. Runs as root inside the virtual machine only.
 
+#include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
 #include "tests/vm/DeviceProcess.h"
 #include "tests/vm/RealStage.h"
@@ -11,9 +12,9 @@
 
 namespace {
 
-const QString kUpgrading = WindowLook::kUpgrading;
-const QString kSuccess = WindowLook::kSuccess;
-const QString kNoDevice = WindowLook::kNoDeviceFound;
+const QString kUpgrading = StatusText::kUpgrading;
+const QString kSuccess = StatusText::kSuccess;
+const QString kNoDevice = StatusText::kNotFound;
 
 constexpr int kSoon = 20000;
 constexpr int kHidInterfaces = 2; // of one device

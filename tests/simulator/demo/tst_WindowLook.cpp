@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
 
 #include "tests/support/WindowParts.h"
@@ -43,9 +44,9 @@ void tst_WindowLook::readsTheStatus_data()
     QTest::addColumn<QString>("read");
     QTest::newRow("nothing") << ""
                              << "";
-    QTest::newRow("no device") << WindowLook::kNoDeviceFound << WindowLook::kNoDeviceFound;
-    QTest::newRow("upgrading") << WindowLook::kUpgrading << WindowLook::kUpgrading;
-    QTest::newRow("success") << WindowLook::kSuccess << WindowLook::kSuccess;
+    QTest::newRow("no device") << StatusText::kNotFound << StatusText::kNotFound;
+    QTest::newRow("upgrading") << StatusText::kUpgrading << StatusText::kUpgrading;
+    QTest::newRow("success") << StatusText::kSuccess << StatusText::kSuccess;
     QTest::newRow("additional text") << "trouble"
                                      << "trouble";
     QTest::newRow("another text") << "trouble ahead" << QString();
