@@ -72,6 +72,7 @@ void tst_UpgradeUser::secondClick()
     m_stage->addPort();
     m_stage->click();
     play(*m_stage, end);
+    QVERIFY(m_stage->outcome().canClick);
     const auto first = static_cast<pid_t>(m_stage->tools.first()->processId());
     const int forks = tool == kForks ? 1 : 0;
     QVERIFY(UpgradeStage::waitFor([&] { return childProcesses(first).size() == forks; }));
