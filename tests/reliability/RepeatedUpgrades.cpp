@@ -21,7 +21,8 @@ void RepeatedUpgrades::run(int times, const QByteArray &script, const QString &s
     for (int i = 0; i < times; ++i) {
         stage.click();
         QVERIFY(!button->isEnabled());
-        QVERIFY(UpgradeStage::waitFor([button] { return button->isEnabled(); }));
+        QVERIFY(UpgradeStage::waitFor(
+            [button] { return button->isEnabled() && childProcesses().isEmpty(); }));
         QCOMPARE(stage.outcome().status, status);
     }
 }
