@@ -78,6 +78,7 @@ void tst_UpgradeUser::secondClick()
     QVERIFY(UpgradeStage::waitFor([&] { return childProcesses(first).size() == forks; }));
     const QVector<pid_t> forked = childProcesses(first);
 
+    UpgradeStage::setTool(); // forks nothing
     m_stage->takeJournal();
     m_stage->onStatus = [&](const QString &text) {
         QVERIFY(text != StatusText::kStart || ::kill(first, 0) != 0);
