@@ -59,7 +59,7 @@ bool DeviceComm::startUpdate(int vendorId, int productId)
     const HidPlugPause pause;
     bool reached = false;
     hid_device_info *const all = hid_enumerate(0, 0);
-    // The walk goes on after a success on purpose: with two devices attached, both restart.
+    // The walk goes on after a success, so that with two devices attached both restart.
     for (const hid_device_info *info = all; info != nullptr; info = info->next) {
         if (matches(*info, vendorId, productId) && sendEnterBootloader(info->path)) {
             reached = true;

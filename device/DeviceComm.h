@@ -3,24 +3,25 @@
 
 #pragma once
 
-/// The program's only conversation with the device over USB HID.
+/// Talks to the device over USB HID; nothing else in the program does.
 ///
-/// The one object owns hidapi for as long as it lives: from the first GetInst() to the end of the
-/// process. So does the watch behind register_hid_plug_callback(). Use it on the GUI thread only.
+/// The single object exists from the first GetInst() to the end of the process. For that time
+/// hidapi is initialised and the watch behind register_hid_plug_callback() runs. Use it on the GUI
+/// thread only.
 class DeviceComm
 {
 public:
-    /// The one object, made on first use.
+    /// Returns the single object, which is created on first use.
     static DeviceComm &GetInst();
 
     DeviceComm(const DeviceComm &) = delete;
     DeviceComm &operator=(const DeviceComm &) = delete;
 
-    /// Asks every attached device with these ids to restart into its bootloader, by one HID output
-    /// report to each of its interfaces with the vendor's own usage.
+    /// Sends one HID output report to each interface with the vendor-defined usage of each attached
+    /// device with these ids. The report makes the device restart into its bootloader.
     ///
     /// Blocks while it enumerates and writes. Returns whether at least one such interface could be
-    /// opened; a report that is lost on the way is not noticed. Ids outside 0..65535 match nothing.
+    /// opened; a failed write goes unnoticed. Ids outside 0..65535 match nothing.
     bool startUpdate(int vendorId, int productId);
 
 private:

@@ -59,7 +59,7 @@ std::size_t hidNameUnits(std::size_t units)
 
 HidProductName hidProductName(std::u16string_view name)
 {
-    // The cut may go through a pair; its first half is then a lone surrogate like any other.
+    // The cut may split a pair; its first half then counts as a lone surrogate.
     const std::u16string_view kept = name.substr(0, hidNameUnits(name.size()));
     HidProductName result = {};
     std::size_t length = 0;
@@ -87,7 +87,7 @@ void queueHidPlug(bool arrived, const HidProperties &properties)
 void deliverHidPlugs()
 {
     while (pauses == 0 && !waiting.empty()) {
-        // Taken out first: the callback may turn the event loop and so come back here.
+        // Removed first: the callback may run the event loop, which calls this function again.
         const Report report = waiting.front();
         waiting.pop_front();
         if (plugCallback != nullptr) {
@@ -105,7 +105,7 @@ HidPlugPause::HidPlugPause()
 HidPlugPause::~HidPlugPause()
 {
     --pauses;
-    // The paused call has yet to return, so the event loop delivers.
+    // The call that paused has not returned yet, so the event loop delivers later.
     if (!waiting.empty() && watch != nullptr) {
         watch->wake();
     }

@@ -5,25 +5,26 @@
 
 extern "C" {
 
-/// What is called for every HID device that comes or goes.
+/// The function that is called for each HID device that arrives or leaves.
 ///
-/// - `arrived`: 1 when the device came, 0 when it went
+/// - `arrived`: 1 for an arrival, 0 for a removal
 /// - `vendorId`, `productId`: 0..65535; 0 when the device has none
 /// - `usage`, `usagePage`: of the device's top-level collection; 0 when unknown
-/// - `productName`: UTF-32, NUL-terminated, at most 255 characters, with "?" for each that cannot
-///   be expressed; empty when the device has no name. Copy it: it is gone after the call.
-/// - `context`: what was given to register_hid_plug_callback()
+/// - `productName`: UTF-32, NUL-terminated, at most 255 characters; "?" replaces each character
+///   that cannot be converted. Empty when the device has no name. Valid only during the call.
+/// - `context`: the pointer given to register_hid_plug_callback()
 ///
-/// It is called on the GUI thread from its event loop, and never during DeviceComm::startUpdate():
-/// what comes or goes meanwhile is reported afterwards, in its order. It must not throw.
+/// The function is called on the GUI thread from its event loop, but never during
+/// DeviceComm::startUpdate(): events from that time are reported afterwards, in order. It must not
+/// throw.
 using HidPlugCallback = void (*)(int arrived, int vendorId, int productId, int usage, int usagePage,
                                  const wchar_t *productName, void *context);
 
-/// Tells `callback` of HID devices from now on, instead of the one before it; null tells nobody.
+/// Registers `callback` for HID arrivals and removals and replaces any earlier one. Null removes it.
 ///
-/// There is one callback in the process. Devices are watched while DeviceComm lives, so from the
-/// first DeviceComm::GetInst(); those already attached by then are reported as arrivals. `context`
-/// stays the caller's. There is no lock: call it on the GUI thread, or before DeviceComm is made.
-/// The callback itself may call it, too.
+/// The process has one callback. Devices are watched from the first DeviceComm::GetInst() on; those
+/// already attached by then are reported as arrivals. The caller keeps ownership of `context`.
+/// There is no lock: call this function on the GUI thread, or before DeviceComm exists. The
+/// callback may call it.
 void register_hid_plug_callback(HidPlugCallback callback, void *context);
 }

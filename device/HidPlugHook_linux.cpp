@@ -20,7 +20,7 @@ constexpr char kSubsystem[] = "hidraw";
 
 std::vector<std::uint8_t> readReportDescriptor(udev_device *hid)
 {
-    constexpr std::size_t kMaxSize = 4096; // the kernel takes no larger one
+    constexpr std::size_t kMaxSize = 4096; // the kernel accepts no larger one
     std::ifstream file(orEmpty(udev_device_get_syspath(hid)) + "/report_descriptor",
                        std::ios::binary);
     std::array<char, kMaxSize> content = {};
@@ -30,7 +30,7 @@ std::vector<std::uint8_t> readReportDescriptor(udev_device *hid)
 
 std::string readName(udev_device *hid, const std::string &id)
 {
-    // Only a device that is on USB itself: above a Bluetooth keyboard there may be an adapter.
+    // Only for a USB device: the USB parent of a Bluetooth keyboard is its adapter.
     const bool isUsb = id.rfind("0003:", 0) == 0;
     udev_device *const usb
         = isUsb ? udev_device_get_parent_with_subsystem_devtype(hid, "usb", "usb_device") : nullptr;
@@ -41,7 +41,7 @@ std::string readName(udev_device *hid, const std::string &id)
 
 HidProperties readProperties(udev_device *hidraw)
 {
-    // Parents belong to their children and are not given back.
+    // A parent is owned by its child and must not be released.
     udev_device *const hid = udev_device_get_parent_with_subsystem_devtype(hidraw, "hid", nullptr);
     if (hid == nullptr) {
         return {};
@@ -67,7 +67,7 @@ private:
 
     const Udev m_udev;
     const UdevMonitor m_monitor;
-    // A device's properties have gone by the time of its removal.
+    // At removal, the device's properties are no longer available.
     std::map<std::string, HidProperties> m_attached;
     // The application's child: DeviceComm outlives it and must find it gone by then.
     QPointer<QSocketNotifier> m_notifier;
@@ -81,7 +81,7 @@ UdevHidPlugWatch::UdevHidPlugWatch()
         return;
     }
     listen();
-    // After the monitor, so that no device slips through between the two.
+    // After the monitor is enabled, so that no device is missed in between.
     takeAttached(m_udev.get(), kSubsystem, nullptr,
                  [this](const UdevDevice &device) { queueArrival(device.get()); });
     wake();

@@ -26,7 +26,7 @@ int readNumber(IOHIDDeviceRef device, CFStringRef key)
         return 0;
     }
     SInt32 value = 0;
-    // Its result is no concern: of a number that is too large it gives what it can.
+    // The result is ignored: a number that does not fit is truncated.
     CFNumberGetValue(static_cast<CFNumberRef>(property), kCFNumberSInt32Type, &value);
     return value;
 }
@@ -40,7 +40,7 @@ int readUsage(IOHIDDeviceRef device, CFStringRef key, CFStringRef fallbackKey)
 HidProductName readProductName(IOHIDDeviceRef device)
 {
     HidProductName name = {};
-    // Taken for a string without a look on purpose.
+    // The type is not checked: the platform documents the product name as a string.
     const auto product
         = static_cast<CFStringRef>(IOHIDDeviceGetProperty(device, CFSTR(kIOHIDProductKey)));
     if (product == nullptr) {
@@ -104,10 +104,10 @@ public:
     void wake() override;
 
 private:
-    const CFRunLoopRef m_runLoop; // the thread's own, which the system keeps
+    const CFRunLoopRef m_runLoop; // the thread's own; the system owns it
     const Owned<CFRunLoopSourceRef> m_catchUp;
-    // Never opened: that is not needed to be told of devices, and the user would be asked whether
-    // the program may monitor the keyboard.
+    // Never opened: notifications do not need it, and macOS would ask the user whether the program
+    // may monitor the keyboard.
     const Owned<IOHIDManagerRef> m_manager;
 };
 
@@ -121,7 +121,7 @@ IOKitHidPlugWatch::IOKitHidPlugWatch()
         return;
     }
     IOHIDManagerSetDeviceMatching(m_manager.get(), nullptr);
-    // Before the schedule, which already looks for who wants to be told.
+    // The callbacks come first, because scheduling already announces the attached devices.
     IOHIDManagerRegisterDeviceMatchingCallback(m_manager.get(), deviceMatched, nullptr);
     IOHIDManagerRegisterDeviceRemovalCallback(m_manager.get(), deviceRemoved, nullptr);
     IOHIDManagerScheduleWithRunLoop(m_manager.get(), m_runLoop, kCFRunLoopDefaultMode);

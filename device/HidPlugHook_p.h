@@ -8,8 +8,8 @@
 #include <memory>
 #include <string_view>
 
-// The HID plug hook's inside: DeviceComm starts, pauses and stops the watch, and the platform's
-// file fetches properties and events. All of it belongs to the GUI thread.
+// The internals of the HID plug hook. DeviceComm starts, pauses and stops the watch; the platform's
+// file supplies properties and events. Use all of it on the GUI thread.
 
 constexpr std::size_t kHidNameLength = 255;
 
@@ -17,7 +17,7 @@ constexpr std::size_t kHidNameLength = 255;
 using HidProductName = std::array<wchar_t, kHidNameLength + 1>;
 static_assert(sizeof(HidProductName) == 1024, "a wide character has 32 bits");
 
-/// A device's properties as the system has them; a number that is missing or none is 0.
+/// A device's properties as the system reports them. A missing or invalid number is 0.
 struct HidProperties
 {
     int vendorId = 0;
@@ -27,19 +27,19 @@ struct HidProperties
     HidProductName productName = {};
 };
 
-/// How much of a name of `units` UTF-16 units is kept, in units.
+/// Returns how many of a name's `units` UTF-16 units are kept.
 std::size_t hidNameUnits(std::size_t units);
 
-/// The part of a UTF-16 name that is kept, a pair as one character and a lone surrogate as "?".
+/// Converts the part of a UTF-16 name that is kept. A lone surrogate becomes "?".
 HidProductName hidProductName(std::u16string_view name);
 
-/// Keeps a report for the next deliverHidPlugs().
+/// Queues a report for the next deliverHidPlugs().
 void queueHidPlug(bool arrived, const HidProperties &properties);
 
-/// Calls the registered callback for everything kept, in order; does nothing during a pause.
+/// Calls the registered callback for each queued report, in order. Does nothing during a pause.
 void deliverHidPlugs();
 
-/// While one lives nothing is delivered; the event loop catches up after the last of them.
+/// Pauses delivery for its lifetime. After the last pause the event loop delivers what is queued.
 class HidPlugPause
 {
 public:
@@ -54,9 +54,9 @@ public:
 class HidPlugWatch
 {
 public:
-    /// Queues what comes and goes, and delivers it, from the calling thread's event loop. Devices
-    /// that are attached already count as arrivals. Without an event loop, or if the system cannot
-    /// watch, nothing is reported.
+    /// Queues and delivers arrivals and removals from the calling thread's event loop. Devices that
+    /// are already attached count as arrivals. Nothing is reported without an event loop, or if the
+    /// system cannot watch.
     static std::unique_ptr<HidPlugWatch> create();
 
     /// May run after the end of the event loop.

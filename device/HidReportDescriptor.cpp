@@ -26,7 +26,7 @@ struct Item
     std::uint32_t value = 0;
 };
 
-/// A main item uses up the usages before it.
+/// A main item consumes the usages before it.
 bool isMainItem(const Item &item)
 {
     return (item.tag & 0x0CU) == 0;
@@ -89,7 +89,7 @@ HidReportDescriptor::HidReportDescriptor(const std::uint8_t *data, std::size_t s
 
     while (const std::optional<Item> item = reader.next()) {
         if (item->tag == kCollection) {
-            // A usage of four bytes brings its page along.
+            // A four-byte usage includes its page.
             const bool extended = firstUsage && firstUsage->dataSize == 4;
             m_usagePage = static_cast<int>((extended ? firstUsage->value >> 16U : page) & 0xFFFFU);
             m_usage = static_cast<int>(firstUsage ? firstUsage->value & 0xFFFFU : 0);

@@ -6,14 +6,14 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Reads from a HID report descriptor what its first top-level collection is for.
+/// Finds the usage of the first top-level collection in a HID report descriptor.
 ///
-/// Descriptors come from devices and may hold anything: one that is cut off, malformed or without
-/// a collection simply yields zeros.
+/// Descriptors come from devices and may contain anything. One that is truncated, malformed or
+/// without a collection yields zeros.
 class HidReportDescriptor
 {
 public:
-    /// Reads `size` bytes at `data` and keeps nothing of them.
+    /// Parses `size` bytes at `data`. Keeps no pointer to them.
     HidReportDescriptor(const std::uint8_t *data, std::size_t size);
 
     /// The collection's usage page, 0..65535.

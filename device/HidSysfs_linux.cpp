@@ -21,7 +21,7 @@ int fromHexadecimal(std::string_view text)
     return whole ? static_cast<int>(value) : 0;
 }
 
-/// Cuts a text's part before the next colon, or all of it, off its front.
+/// Removes and returns the text up to the next colon, or all of it.
 std::string_view takeField(std::string_view &text)
 {
     const std::string_view field = text.substr(0, text.find(':'));
@@ -34,7 +34,7 @@ std::u16string fromUtf8(std::string_view text)
     using Utf8 = std::codecvt<char16_t, char, std::mbstate_t>;
     const auto &utf8 = std::use_facet<Utf8>(std::locale::classic());
 
-    // A character never has more 16-bit units than bytes.
+    // A character never needs more UTF-16 units than UTF-8 bytes.
     std::u16string result(text.size(), u'\0');
     char16_t *to = result.data();
     const char *from = text.data();

@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-/// Gives a libudev object back.
+/// Releases a libudev object.
 struct UdevUnref
 {
     void operator()(udev *object) const { udev_unref(object); }
@@ -20,26 +20,26 @@ struct UdevUnref
     void operator()(udev_device *object) const { udev_device_unref(object); }
 };
 
-// libudev's objects belong to one thread; none of these may be handed to another one.
+// libudev objects are not thread-safe: use each on the thread that created it.
 using Udev = std::unique_ptr<udev, UdevUnref>;
 using UdevMonitor = std::unique_ptr<udev_monitor, UdevUnref>;
 using UdevEnumerate = std::unique_ptr<udev_enumerate, UdevUnref>;
 using UdevDevice = std::unique_ptr<udev_device, UdevUnref>;
 
-/// What the iterators of the USB monitor point to.
+/// The devices behind the USB monitor's iterators.
 struct UsbDeviceIterator
 {
     std::deque<UdevDevice> devices;
 };
 
-/// libudev has null for a text that is missing.
+/// libudev returns null for a missing text.
 inline std::string orEmpty(const char *text)
 {
     return text != nullptr ? text : "";
 }
 
-/// Listens from now on for events of a subsystem's devices of one type, null for all of them. The
-/// result is null, and the reason in errno, when that cannot be done.
+/// Starts to listen for events of a subsystem's devices of one type; null means all types. Returns
+/// null on failure and leaves the reason in errno.
 inline UdevMonitor listenToUdev(udev *udev, const char *subsystem, const char *deviceType)
 {
     UdevMonitor monitor(udev_monitor_new_from_netlink(udev, "udev"));
@@ -58,7 +58,7 @@ inline UdevMonitor listenToUdev(udev *udev, const char *subsystem, const char *d
     return monitor;
 }
 
-/// Calls `take` with a UdevDevice for each device attached now, of the same kind as above.
+/// Calls `take` with a UdevDevice for each attached device of that subsystem and type.
 template <typename Take>
 void takeAttached(udev *udev, const char *subsystem, const char *deviceType, const Take &take)
 {

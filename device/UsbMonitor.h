@@ -5,15 +5,15 @@
 
 extern "C" {
 
-/// Watches USB devices come and go, on the calling thread and until that is made to stop.
+/// Watches USB arrivals and removals, and blocks the calling thread until it is stopped.
 ///
-/// Each notification takes one device and gives it back again; nobody is told. Run it on a thread
-/// of its own: on macOS it ends when that thread's run loop is stopped with CFRunLoopStop(), on
-/// Linux by stop_plug(). macOS notifies only after all devices of the last notification have been
-/// taken, so with several attached it may stay silent.
+/// Each notification takes one device and releases it; nothing else is called. Run it on a separate
+/// thread. On macOS it ends when that thread's run loop is stopped with CFRunLoopStop(), on Linux
+/// when stop_plug() is called. macOS notifies again only once all devices of the last notification
+/// have been taken, so it may stay silent when several are attached.
 ///
-/// Returns 0 at the end of a watch; on macOS, where its last release may fail, the status of that.
-/// When the system does not let it watch, it says so on standard output and returns at once with
-/// the number of characters printed.
+/// Returns 0 at the end of a watch; on macOS, the status of the last release. If the system cannot
+/// watch, prints the failure to standard output and returns the number of characters printed at
+/// once.
 int init_plug();
 }

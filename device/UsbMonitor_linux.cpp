@@ -53,7 +53,7 @@ void takeAndRelease(io_iterator_t iterator)
     }
 }
 
-/// Counts the ends asked for, so that one that comes before its watch is not lost.
+/// Counts the requests to stop, so that a request made before the watch begins is not lost.
 int stopEvent()
 {
     static const int event = eventfd(0, EFD_SEMAPHORE | EFD_NONBLOCK | EFD_CLOEXEC);
@@ -119,8 +119,8 @@ int init_plug()
     if (error != 0) {
         return printUsbFailure(UsbFailure::RegisterRemoved, static_cast<std::uint32_t>(error));
     }
-    // Of several devices that are attached already one is taken on purpose; the others wait in
-    // the iterator, in front of what comes later.
+    // Only one of the devices that are already attached is taken, as on macOS. The others wait in
+    // the iterator, ahead of those that arrive later.
     takeAttached(udev.get(), kSubsystem, kDeviceType, [&added](UdevDevice device) {
         added.iterator.devices.push_back(std::move(device));
     });
@@ -150,7 +150,7 @@ IOCFPlugInInterface **getUSBDeviceInterface(io_iterator_t iterator)
     if (iterator == nullptr || iterator->devices.empty()) {
         return nullptr;
     }
-    // A notification takes one device only, on purpose, even when there are more.
+    // One device per notification, even when there are more, as on macOS.
     UdevDevice device = std::move(iterator->devices.front());
     iterator->devices.pop_front();
     if (udev_device_get_devnode(device.get()) == nullptr) {

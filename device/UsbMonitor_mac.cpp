@@ -19,7 +19,7 @@ void takeAndRelease(io_iterator_t iterator)
     }
 }
 
-/// Consumes a matching dictionary of its own each time, whether it succeeds or not.
+/// Creates a matching dictionary for each call: IOKit consumes it, even on failure.
 kern_return_t registerNotification(IONotificationPortRef port, const char *type,
                                    IOServiceMatchingCallback handler, io_iterator_t *iterator)
 {
@@ -52,18 +52,18 @@ int init_plug()
     io_iterator_t removed = 0;
     status = registerNotification(port, kIOTerminatedNotification, usbDeviceRemoved, &removed);
     if (status != 0) {
-        // The port and the first iterator are left as they are on purpose.
+        // The port and the first iterator stay: IOKit frees them when the process ends.
         return printUsbFailure(UsbFailure::RegisterRemoved, static_cast<std::uint32_t>(status));
     }
 
-    // One device only, and none of those that went, on purpose: with several attached the system
-    // does not notify, since it waits for the iterator to be emptied.
+    // Only one arrival is taken here and no removal. IOKit notifies again only once an iterator is
+    // empty, so with several devices attached it stays silent.
     takeAndRelease(added);
 
     CFRunLoopAddSource(CFRunLoopGetCurrent(), source, kCFRunLoopDefaultMode);
     CFRunLoopRun();
 
-    // The port lives on, and its source stays on the run loop, on purpose.
+    // The port and its source stay: they end with the process or with the thread's run loop.
     IOObjectRelease(added);
     return IOObjectRelease(removed);
 }
@@ -80,23 +80,23 @@ void usbDeviceRemoved(void * /*reference*/, io_iterator_t iterator)
 
 IOCFPlugInInterface **getUSBDeviceInterface(io_iterator_t iterator)
 {
-    // A notification takes one device only, on purpose, even when there are more.
+    // One device per notification, even when the iterator holds more.
     const io_service_t service = IOIteratorNext(iterator);
     if (service == 0) {
         return nullptr;
     }
     IOCFPlugInInterface **plugIn = nullptr;
-    SInt32 score = 0; // nobody wants it, but the system writes it without looking
+    SInt32 score = 0; // unused, but the system writes to it unconditionally
     kern_return_t status = IOCreatePlugInInterfaceForService(
         service, kIOUSBDeviceUserClientTypeID, kIOCFPlugInInterfaceID, &plugIn, &score);
     if (status != 0) {
-        // The service is not released here on purpose.
+        // A service without a plug-in is kept; its reference ends with the process.
         printUsbFailure(UsbFailure::CreateInterface, static_cast<std::uint32_t>(status));
         return nullptr;
     }
     status = IOObjectRelease(service);
     if (status != 0) {
-        // Neither is the plug-in interface.
+        // So is the plug-in interface of a service that cannot be released.
         printUsbFailure(UsbFailure::ReleaseDevice, static_cast<std::uint32_t>(status));
         return nullptr;
     }

@@ -8,12 +8,12 @@
 
 extern "C" {
 
-/// Called by IOKit for devices that came, or went, with the notification's iterator: takes one
-/// device and releases it. `reference` is not used.
+/// Called by IOKit with the iterator of a notification of arrivals or removals. Takes one device
+/// and releases it. `reference` is not used.
 void usbDeviceAdded(void *reference, io_iterator_t iterator);
 void usbDeviceRemoved(void *reference, io_iterator_t iterator);
 
-/// The plug-in interface of the next device in `iterator`, for the caller to release; null when
-/// there is none. Failures are printed to standard output; the result is null then, too.
+/// Returns the plug-in interface of the next device in `iterator`, which the caller releases, or
+/// null when there is none. Prints a failure to standard output and returns null.
 IOCFPlugInInterface **getUSBDeviceInterface(io_iterator_t iterator);
 }

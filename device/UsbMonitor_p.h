@@ -7,5 +7,5 @@
 
 enum class UsbFailure { RegisterAdded, RegisterRemoved, CreateInterface, ReleaseDevice };
 
-/// Prints a failure with the system's status for it to standard output; returns printf's result.
+/// Prints a failure and its system status to standard output. Returns printf's result.
 int printUsbFailure(UsbFailure failure, std::uint32_t status);

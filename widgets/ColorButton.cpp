@@ -45,8 +45,8 @@ void ColorButton::leaveEvent(QEvent * /*event*/)
     }
 }
 
-// Every mouse button goes on to the base class, which heeds the left one only. It emits signals,
-// and a slot may delete the swatch.
+// All mouse buttons reach the base class, which reacts to the left one only. It emits signals, and
+// a slot may delete the swatch.
 void ColorButton::mousePressEvent(QMouseEvent *event)
 {
     if (!isEnabled()) {

@@ -14,7 +14,7 @@ class CustomArea : public QWidget
 public:
     explicit CustomArea(QWidget *parent = nullptr);
 
-    /// Takes effect at the next paint that something else causes; it does not repaint by itself.
+    /// Takes effect at the next paint. Does not repaint.
     void setAreaColor(QColor color);
 
 protected:

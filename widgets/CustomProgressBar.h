@@ -15,28 +15,27 @@ class CustomProgressBar : public QWidget
     Q_OBJECT
 
 public:
-    /// Begins at value 0.
+    /// Starts at value 0.
     explicit CustomProgressBar(QWidget *parent = nullptr)
         : QWidget(parent)
     { }
 
-    /// Clamps \a value to 0..10000 and schedules a repaint, also when nothing changes.
+    /// Clamps \a value to 0..10000 and schedules a repaint, even if nothing changes.
     void setValue(int value)
     {
-        // The upper bound comes last on purpose: it wins if the maximum is ever negative.
+        // The upper bound is applied last, so that it wins if the maximum is ever negative.
         m_value = qMin(qMax(value, 0), m_maximum);
         update();
     }
 
-    /// The value that setValue() has left, from 0 to maximum().
+    /// The current value, from 0 to maximum().
     int value() const { return m_value; }
 
     /// The value of a full bar.
     int maximum() const { return m_maximum; }
 
 protected:
-    /// Both rectangles are stroked with the painter's default pen on purpose: it is the bar's
-    /// one-pixel outline.
+    /// The painter's default pen strokes both rectangles; this is the bar's one-pixel outline.
     void paintEvent(QPaintEvent * /*event*/) override
     {
         QPainter painter(this);

@@ -36,8 +36,8 @@ void FuncButton::setCheck(bool check)
     update();
 }
 
-// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
-// the base class, so that it alone can click.
+// No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
+// the left mouse button reaches the base class, so only it can click.
 void FuncButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();

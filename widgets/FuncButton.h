@@ -12,22 +12,22 @@
 /// A tool bar's function button: a picture in its middle and a caption near its bottom edge.
 ///
 /// It has two whole pictures, one at rest and one for hovered, pressed or selected. The geometry
-/// comes from the caller, never from the pictures. The selected mark is the owner's to set:
-/// clicking does not, and a row of such buttons is kept exclusive by its owner. Only screen readers
-/// are told of it. The button shows itself on construction; it has no disabled look.
+/// comes from the caller, never from the pictures. The owner sets the selected mark and keeps a row
+/// of such buttons exclusive; a click does not change the mark, and only screen readers read it.
+/// The button shows itself on construction; it has no disabled look.
 class FuncButton : public QPushButton
 {
     Q_OBJECT
 
 public:
-    /// The \a title is the caption, fixed for good; a form leaves it out. text() stays empty.
+    /// The \a title is the caption and cannot be changed. Forms omit it. text() stays empty.
     explicit FuncButton(QWidget *parent, QString title = QString());
 
-    /// What the caption reads.
+    /// The caption.
     QString title() const;
 
     /// Loads the pictures at \a normalPath and \a activePath (files or resources). An unreadable
-    /// one paints as nothing. Does not repaint.
+    /// picture paints nothing. Does not repaint.
     void setPixmap(QString normalPath, QString activePath);
 
     /// Sets the selected mark and repaints.

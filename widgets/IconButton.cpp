@@ -31,8 +31,8 @@ void IconButton::setIconPixmap(QString path, int count, QRect rect)
     m_face.addIcons(path, count, rect);
 }
 
-// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
-// the base class, so that it alone can click.
+// No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
+// the left mouse button reaches the base class, so only it can click.
 void IconButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();

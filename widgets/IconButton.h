@@ -20,15 +20,15 @@ class IconButton : public QPushButton
     Q_OBJECT
 
 public:
-    /// The \a title is fixed for good; a form leaves it out. text() stays empty.
+    /// The \a title cannot be changed. Forms omit it. text() stays empty.
     explicit IconButton(QWidget *parent, QString title = QString());
 
-    /// What the title reads.
+    /// The title.
     QString title() const;
 
     /// Appends the \a count frames of the background strip at \a path (a file or a resource). Call
-    /// it once: frames of earlier strips stay in front and go on being shown. A count below 1
-    /// appends nothing, an unreadable picture paints as nothing. Does not repaint.
+    /// it once: after a second call the frames of the first strip are still shown. A count below 1
+    /// appends nothing; an unreadable picture paints nothing. Does not repaint.
     void setBkgPixmap(QString path, int count);
 
     /// The same for the icon strip, drawn at the top left of \a rect, whose right edge places the

@@ -55,8 +55,8 @@ void ImageButton::mouseReleaseEvent(QMouseEvent *event)
     }
     m_pointer.release();
     update();
-    // The base class has seen no press, so it would never click. Where the pointer is does not
-    // matter, on purpose.
+    // The base class has seen no press, so it would never click. The button clicks wherever the
+    // pointer is: applications rely on one click per release.
     emit clicked(false);
 }
 

@@ -10,15 +10,15 @@
 
 #include <array>
 
-/// A push button that is nothing but a picture.
+/// A push button that consists of a picture only.
 ///
 /// The picture is a strip of four frames of equal width: normal, hover, pressed, disabled. The
 /// frame is drawn unscaled at the top left; text and icon are ignored. The geometry comes from the
 /// caller, never from the picture, and the button shows itself on construction.
 ///
 /// It clicks by itself: each release of the left mouse button that reaches it emits
-/// `clicked(false)`, wherever the pointer is by then. The mouse neither presses it down nor toggles
-/// it, so `pressed` and `released` are not emitted for the mouse.
+/// `clicked(false)`, wherever the pointer is by then. The mouse never sets the down or the checked
+/// state, so the mouse emits neither `pressed` nor `released`.
 class ImageButton : public QPushButton
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ class ImageButton : public QPushButton
 public:
     explicit ImageButton(QWidget *parent = nullptr);
 
-    /// Loads the strip at \a path (a file or a resource). An unreadable picture paints as nothing.
+    /// Loads the strip at \a path (a file or a resource). An unreadable picture paints nothing.
     /// Does not repaint.
     void setPixmap(QString path);
 

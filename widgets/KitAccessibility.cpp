@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The words that \a button paints.
+/// The caption that \a button paints.
 QString captionOf(const QAbstractButton &button)
 {
     if (const auto *tab = qobject_cast<const tabButton *>(&button)) {
@@ -53,7 +53,7 @@ public:
             return nameOf(*button);
         }
         const QString text = QAccessibleWidget::text(kind);
-        // A tool tip that is the name already need not be read a second time.
+        // A tool tip that already serves as the name is not read a second time.
         const bool repeats = kind == QAccessible::Description && text == nameOf(*button);
         return repeats ? QString() : text;
     }
@@ -113,7 +113,8 @@ public:
     }
 
 private:
-    /// Null once the button's own part is gone: a reader may still ask while the rest is deleted.
+    /// Null once the button's destructor has run: a screen reader may still ask while its base
+    /// class is being destroyed.
     QAbstractButton *button() const { return qobject_cast<QAbstractButton *>(object()); }
 
     QString nameOf(const QAbstractButton &button) const
@@ -131,7 +132,7 @@ private:
 
 namespace {
 
-/// Reports each new value when the bar paints it, so that the bar itself need not know of readers.
+/// Reports each new value when the bar paints it, so that the bar does not depend on accessibility.
 class ValueReporter : public QObject
 {
 public:
@@ -207,7 +208,7 @@ public:
     void setCurrentValue(const QVariant & /*value*/) override { }
 
 private:
-    /// Null once the bar's own part is gone.
+    /// Null once the bar's destructor has run.
     CustomProgressBar *bar() const { return qobject_cast<CustomProgressBar *>(object()); }
 
     ValueReporter m_reporter; // goes with the interface, since the next one has its own

@@ -3,15 +3,15 @@
 
 #pragma once
 
-/// Tells screen readers what the kit's widgets are, which they cannot see from pictures.
+/// Describes the kit's painted widgets to screen readers.
 ///
-/// A button is named by its accessible name, or else by its caption or else by its tool tip; so
-/// give a button without a caption one of the other two. Its role and its mark, checked or
-/// selected, are told as well. A progress bar tells its value, and that it has changed.
+/// The name of a button is its accessible name, or else its caption, or else its tool tip. Give a
+/// button without a caption one of the other two. Screen readers also learn its role and whether it
+/// is checked or selected, and the value of a progress bar whenever it changes.
 namespace KitAccessibility {
 
-/// Makes Qt ask the kit about its widgets; a program calls it once, before it makes any of them. A
-/// registration that ran by itself would be lost when the static library is linked.
+/// Registers the kit with Qt's accessibility. Call it once, before you create any of the widgets.
+/// A static library cannot register itself: the linker would drop the code.
 void install();
 
 } // namespace KitAccessibility

@@ -20,7 +20,7 @@ MButton::MButton(QWidget *parent)
 
 MButton::~MButton()
 {
-    // From the first to the last, as they were made; an array by itself deletes the last one first.
+    // In the order of creation; an array would delete the last painter first.
     for (std::unique_ptr<NinePatchPainter> &painter : m_painters) {
         painter.reset();
     }

@@ -28,7 +28,7 @@ public:
 
     /// Loads the strip at \a path (a file or a resource). With a \a border above 0 each frame is
     /// stretched over the button with corners of that many pixels and an unpainted centre; else it
-    /// is drawn unscaled at the top left. An unreadable picture paints as nothing. Does not
+    /// is drawn unscaled at the top left. An unreadable picture paints nothing. Does not
     /// repaint.
     void setPixmap(QString path, int border);
 

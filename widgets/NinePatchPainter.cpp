@@ -34,5 +34,5 @@ void NinePatchPainter::paint(QPainter *painter, const QRect &target, int left, i
         painter->drawTiledPixmap(QRectF(place), d->scalePixmap(d->m_pieces.at(piece), place.size()),
                                  QPointF(0, 0));
     }
-    // The centre stays unpainted on purpose.
+    // The centre stays unpainted, so that the button's background shows through.
 }

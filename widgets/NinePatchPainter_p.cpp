@@ -5,12 +5,12 @@
 
 namespace {
 
-/// Whether a picture takes more than half a gigabyte. Borders that ask for one are a mistake, and
-/// Qt would take several times that much on the way.
+/// Whether a picture needs more than half a gigabyte. Borders that lead to such a picture are a
+/// mistake, and Qt would need several times as much memory to scale it.
 bool isBeyondMemory(const QSize &size)
 {
     constexpr qint64 kMaxPixels = 1 << 27;
-    // Two negative sides would multiply to a large picture, though they are none at all.
+    // Two negative sides would multiply to a large positive area.
     const QSize atLeastOne = size.expandedTo(QSize(1, 1));
     return qint64(atLeastOne.width()) * atLeastOne.height() > kMaxPixels;
 }
@@ -38,7 +38,7 @@ NinePatchPainterPrivate::NinePatchPainterPrivate(const QPixmap &picture, int lef
 QList<QRect> NinePatchPainterPrivate::calculateNinePatchRects(const QRect &rect, int left, int top,
                                                               int right, int bottom) const
 {
-    // Far beyond the size of any picture, and what is computed of them still fits.
+    // Far beyond any picture, and small enough that sums of borders do not overflow.
     constexpr int kLimit = 1 << 29;
     for (int *const border : {&left, &top, &right, &bottom}) {
         *border = qBound(-kLimit, *border, kLimit);

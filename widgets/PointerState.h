@@ -3,18 +3,18 @@
 
 #pragma once
 
-/// What the pointer does to a pixmap button. Which event counts is each button's own rule.
+/// The state of the pointer over a pixmap button. Each button decides which events change it.
 ///
 /// The disabled look is not a state: a button reads it from the widget when it paints.
 struct PointerState
 {
-    /// What state may be.
+    /// The values of state.
     enum Look { Normal = 0, Hover = 1, Pressed = 2 };
 
     int state = Normal; ///< one of Look; indexes the button's pictures and colours
     bool hovered = false; ///< true between an enter and a leave event; painting never reads it
 
-    /// The pointer has come over the button.
+    /// The pointer has entered the button.
     void enter()
     {
         state = Hover;
@@ -26,9 +26,9 @@ struct PointerState
         state = Normal;
         hovered = false;
     }
-    /// A mouse button has gone down over the button.
+    /// A mouse button was pressed over the button.
     void press() { state = Pressed; }
-    /// It has come up. The pointer is taken to be over the button still; a leave event corrects
-    /// that.
+    /// The mouse button was released. The pointer is assumed to be still over the button; if it is
+    /// not, a leave event follows.
     void release() { state = Hover; }
 };

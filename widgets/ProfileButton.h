@@ -13,22 +13,22 @@
 ///
 /// Background and icon come from strips of three frames of equal width: normal, hover, pressed. The
 /// background stands in the middle of the button, nothing is scaled, and a frame that was never set
-/// is left out. The title does not give way to the icon: a long one reaches over it. The geometry
+/// is left out. A long title reaches over the icon. The geometry
 /// comes from the caller. The button shows itself on construction; it has no disabled look.
 class ProfileButton : public QPushButton
 {
     Q_OBJECT
 
 public:
-    /// The \a title is shown until SetTitle changes it; a form leaves it out. text() stays empty.
+    /// The \a title is shown until SetTitle changes it. Forms omit it. text() stays empty.
     explicit ProfileButton(QWidget *parent, QString title = QString());
 
-    /// What the title reads.
+    /// The title.
     QString title() const;
 
     /// Appends the \a count frames of the background strip at \a path (a file or a resource). Call
-    /// it once: frames of earlier strips stay in front and go on being shown. A count below 1
-    /// appends nothing, an unreadable picture paints as nothing. Does not repaint.
+    /// it once: after a second call the frames of the first strip are still shown. A count below 1
+    /// appends nothing; an unreadable picture paints nothing. Does not repaint.
     void setBkgPixmap(QString path, int count);
 
     /// The same for the icon strip, drawn at the top left of \a rect. With a \a count of 1 one icon

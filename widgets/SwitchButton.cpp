@@ -32,8 +32,8 @@ bool SwitchButton::isCheck() const
     return m_checked;
 }
 
-// On purpose, no handler looks at the enabled flag, and no mouse button but the left one gets to
-// the base class, so that it alone can click.
+// No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
+// the left mouse button reaches the base class, so only it can click.
 void SwitchButton::enterEvent(QEvent * /*event*/)
 {
     m_pointer.enter();
@@ -51,7 +51,7 @@ void SwitchButton::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    // On the press and not on the click, on purpose: the position changes even without a click.
+    // The press flips the switch, so its position changes even if no click follows.
     m_checked = !m_checked;
     m_pointer.press();
     update();

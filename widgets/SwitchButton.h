@@ -24,8 +24,8 @@ class SwitchButton : public QPushButton
 public:
     explicit SwitchButton(QWidget *parent = nullptr);
 
-    /// Loads the strips at \a onPath and \a offPath (files or resources). An unreadable one paints
-    /// as nothing. Does not repaint.
+    /// Loads the strips at \a onPath and \a offPath (files or resources). An unreadable one
+    /// paints nothing. Does not repaint.
     void setPixmap(QString onPath, QString offPath);
 
     /// Puts the switch on or off, and repaints.

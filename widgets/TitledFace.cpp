@@ -6,7 +6,7 @@
 #include "widgets/Caption_p.h"
 #include "widgets/PixmapStrip.h"
 
-// The lists are never cleared, on purpose: the states go on addressing the first strip's frames.
+// The lists are never cleared: the states keep addressing the frames of the first strip.
 void TitledFace::addBackgrounds(const QString &path, int count)
 {
     backgroundCount = count;

@@ -58,7 +58,8 @@ void tabButton::leaveEvent(QEvent * /*event*/)
     update();
 }
 
-// Unlike enter and leave, press and release do not look at the enabled flag, on purpose.
+// Unlike enter and leave, press and release ignore the enabled flag. Qt sends no mouse events to a
+// disabled button, so only events that a program sends itself notice the difference.
 void tabButton::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton) {
@@ -94,7 +95,8 @@ void tabButton::drawCaption(QPainter &painter) const
     constexpr qreal kBaseline = 32.0;
 
     painter.setPen(QColor(51, 51, 51));
-    // Measured in the application's font but drawn in the widget's, on purpose.
+    // The caption is measured in the application's font although the widget's font draws it, so its
+    // place does not depend on the widget's font.
     const int advance = QFontMetrics(QFont()).horizontalAdvance(tabText);
     const int left = (width() - advance) / 2;
     painter.drawText(QPointF(left, kBaseline), tabText);

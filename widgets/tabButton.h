@@ -54,6 +54,6 @@ private:
 
 public:
     /// The caption, dark grey on a baseline 32 pixels below the top whatever the button's height.
-    /// Public on purpose: an owner may assign it, and then repaints by itself.
+    /// Public, so that an owner can assign it; the owner then repaints the button.
     QString tabText;
 };
