@@ -20,7 +20,7 @@ extern "C" {
 using HidPlugCallback = void (*)(int arrived, int vendorId, int productId, int usage, int usagePage,
                                  const wchar_t *productName, void *context);
 
-/// Registers `callback` for HID arrivals and removals and replaces any earlier one. Null removes it.
+/// Registers `callback` for HID arrivals and removals, instead of any earlier one. Null removes it.
 ///
 /// The process has one callback. Devices are watched from the first DeviceComm::GetInst() on; those
 /// already attached by then are reported as arrivals. The caller keeps ownership of `context`.
