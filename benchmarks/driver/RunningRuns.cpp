@@ -6,14 +6,12 @@
 #include "benchmarks/driver/Installation.h"
 #include "benchmarks/driver/OneProcessor.h"
 #include "benchmarks/driver/Spectator.h"
+#include "simulator/demo/WindowLook.h"
 
 #include <QThread>
 #include <QtDebug>
 
 namespace {
-
-const QRect kBar(35, 150, 430, 30);
-const QPoint kUpgradeButton(250, 218);
 
 struct Activity
 {
@@ -33,7 +31,7 @@ void watch(Spectator &spectator, const Program &program, Activity &activity)
     const Program::Costs after = program.costs();
     const QRegion painted = spectator.takeDamage();
     int outside = 0;
-    for (const QRect &rectangle : painted.subtracted(kBar)) {
+    for (const QRect &rectangle : painted.subtracted(WindowLook::kProgressArea)) {
         outside += rectangle.width() * rectangle.height();
     }
     activity.wakeUps.add(after.wakeUps - before.wakeUps);
@@ -62,7 +60,7 @@ Rows RunningRuns::run(Spectator &spectator, Installation &installation,
         Program program(installation.program(), variables);
         spectator.waitForContent(program);
         watch(spectator, program, before);
-        spectator.click(kUpgradeButton);
+        spectator.click(WindowLook::kUpgradeButton);
         watch(spectator, program, during);
         installation.letToolSucceed();
         watch(spectator, program, after);

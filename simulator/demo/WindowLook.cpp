@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kWidth = 500;
 constexpr QRect kStatusArea(35, 100, 430, 30);
-constexpr QRect kProgressArea(35, 150, 430, 30);
 constexpr QRect kUpgradeArea(170, 200, 160, 36);
 
 /// How many pixels of the picture \a window show one pixel of the window.
@@ -65,6 +64,11 @@ int difference(const QImage &one, const QImage &other)
 
 } // namespace
 
+QRect WindowLook::statusArea(const QImage &window)
+{
+    return scaled(kStatusArea, scaleOf(window));
+}
+
 QString WindowLook::statusText(const QImage &window, const QStringList &others)
 {
     constexpr int kTolerance = 4;
@@ -72,7 +76,7 @@ QString WindowLook::statusText(const QImage &window, const QStringList &others)
     if (scale == 0) {
         return {};
     }
-    const QImage shown = window.copy(scaled(kStatusArea, scale));
+    const QImage shown = window.copy(statusArea(window));
     const QStringList candidates
         = QStringList{"", StatusText::kNotFound, StatusText::kUpgrading, StatusText::kSuccess}
         + others;

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QPoint>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -18,6 +19,12 @@ namespace WindowLook {
 /// Click positions of the buttons.
 constexpr QPoint kUpgradeButton(250, 218);
 constexpr QPoint kCloseButton(470, 27);
+
+/// The progress bar.
+constexpr QRect kProgressArea(35, 150, 430, 30);
+
+/// The status line in the picture \a window.
+QRect statusArea(const QImage &window);
 
 /// The status text: one of those in StatusText that are visible long enough to read, empty, or one
 /// of \a others, such as an error text of the tool. Null for any other text.

@@ -3,72 +3,17 @@
 
 #include "tests/endtoend/Stage.h"
 
-#include "simulator/demo/WindowLook.h"
-
 #include <QFile>
 #include <QGuiApplication>
 #include <QJsonDocument>
 #include <QScreen>
 #include <QTest>
 
-#include <random>
-
-namespace {
-
-QByteArray firmware()
-{
-    constexpr int kSize = 50000;
-    std::mt19937 generator(1);
-    QByteArray bytes(kSize, '\0');
-    for (char &byte : bytes) {
-        byte = static_cast<char>(generator());
-    }
-    return bytes;
-}
-
-ScreenUser userInFrontOfTheScreen()
-{
-    constexpr QRgb kBackground = 0xFF0F171D; // of the program's window
-    return Stage::isOnWayland() ? ScreenUser::onWayland(QColor(kBackground), Stage::scale())
-                                : ScreenUser("FW Update");
-}
-
-/// What the program would find if its user had started it.
-QProcessEnvironment usersEnvironment(QProcessEnvironment environment)
-{
-    environment.remove("QT_FONT_DPI");
-    environment.remove("QT_QPA_PLATFORM");
-    environment.remove("SCREEN_SCALE");
-    environment.insert("XDG_SESSION_TYPE", Stage::isOnWayland() ? "wayland" : "x11");
-    if (Stage::isOnWayland()) {
-        environment.remove("DISPLAY");
-    }
-    return environment;
-}
-
-} // namespace
-
-int Stage::scale()
-{
-    return qMax(1, qEnvironmentVariableIntValue("SCREEN_SCALE"));
-}
-
-bool Stage::isOnWayland()
-{
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-}
-
 Stage::Stage(const DeviceBehaviour &behaviour)
-    : device(testbed, behaviour)
+    : ProgramStage(FW_UPDATE_PROGRAM, STAND_IN_TOOL)
+    , device(testbed, behaviour)
     , program(testbed)
-    , user(userInFrontOfTheScreen())
-    , package(DfuPackage::forFirmware(firmware()))
 {
-    QFile::copy(FW_UPDATE_PROGRAM, path("fw-update"));
-    QFile::copy(STAND_IN_TOOL, path("nrfutil-mac"));
-    if (package.write(path("dfu.zip")) != DfuPackage::Error::None) {
-        qFatal("cannot write the package");
-    }
     program.setEnvironment(usersEnvironment(program.environment()));
     program.setLog(path("log"));
 }
@@ -96,25 +41,8 @@ void Stage::setToolScript(const QByteArray &script)
 
 bool Stage::open(const QString &directory)
 {
-    constexpr int kLongest = 20000;
-    const QString workingDirectory = directory.isEmpty() ? m_folder.path() : directory;
-    if (!program.start(path("fw-update"), {}, workingDirectory)
-        || !ScreenUser::waitUntil([this] { return user.seesWindow(); }, kLongest)) {
-        return false;
-    }
-    movePointerAside();
-    return ScreenUser::waitUntil([this] { return isUpgradeEnabled(); }, kLongest);
-}
-
-void Stage::click(const QPoint &position)
-{
-    user.click(position);
-    movePointerAside();
-}
-
-void Stage::movePointerAside()
-{
-    user.movePointerOnScreen(QPoint(1000, 700) * scale());
+    return program.start(path("fw-update"), {}, directory.isEmpty() ? path("") : directory)
+        && waitForWindow();
 }
 
 QPoint Stage::position()
@@ -139,27 +67,6 @@ QPoint Stage::inward(const QPoint &way)
     const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
     return {centre.x() > middle.x() ? -way.x() : way.x(),
             centre.y() > middle.y() ? -way.y() : way.y()};
-}
-
-QString Stage::status()
-{
-    return WindowLook::statusText(user.look(), m_toolTexts);
-}
-
-int Stage::progress()
-{
-    return WindowLook::progress(user.look());
-}
-
-bool Stage::isUpgradeEnabled()
-{
-    return WindowLook::isUpgradeEnabled(user.look());
-}
-
-QByteArray Stage::log() const
-{
-    QFile file(path("log"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void Stage::tellLog() const

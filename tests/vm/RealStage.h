@@ -3,16 +3,13 @@
 
 #pragma once
 
-#include "simulator/demo/ScreenUser.h"
-#include "simulator/dfu/DfuPackage.h"
+#include "tests/support/ProgramStage.h"
 
-#include <QPoint>
 #include <QProcess>
 #include <QStringList>
-#include <QTemporaryDir>
 
-/// Runs the program with the vendor's two files, on the machine's devices, and operates its window.
-class RealStage
+/// Runs the program on the machine's devices, and operates its window.
+class RealStage final : public ProgramStage
 {
 public:
     enum class Who { Root, OrdinaryUser };
@@ -22,20 +19,8 @@ public:
     /// Kills the program if it is still running.
     ~RealStage();
 
-    RealStage(const RealStage &) = delete;
-    RealStage &operator=(const RealStage &) = delete;
-
     /// Starts the program and waits for its window. Returns whether it appeared.
     bool open();
-
-    /// Clicks "Start Upgrade" and moves the pointer away again.
-    void clickUpgrade();
-
-    /// The status text: one of the program's own texts or the last error text of the tool. Null if
-    /// it is neither.
-    QString status();
-    int progress();
-    bool isUpgradeEnabled();
 
     /// The tool's error text: all of it, and the last chunk that the program has read.
     QString errorText() const;
@@ -44,19 +29,13 @@ public:
     /// Closes the window by its button. Returns whether the program exited normally.
     bool close();
 
-    DfuPackage package;
-
     /// The SHA-256 of the package's image, as hexadecimal digits.
     QByteArray imageHash() const;
 
 private:
-    QString path(const QString &file) const { return m_folder.filePath(file); }
+    QStringList toolTexts() const override { return {lastErrorText()}; }
     QStringList errorChunks() const;
 
     const Who m_who;
-    QTemporaryDir m_folder;
     QProcess m_process;
-    ScreenUser m_user;
-    QImage m_lastLine;
-    QString m_lastStatus;
 };

@@ -65,7 +65,7 @@ void tst_RealDevice::upgrade()
     QVERIFY(stage.open());
     QCOMPARE(stage.status(), QString(""));
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
     QVERIFY(!stage.isUpgradeEnabled());
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
@@ -87,7 +87,7 @@ void tst_RealDevice::twoUpgradesInOneRun()
     QVERIFY(stage.open());
 
     for (int upgrade = 1; upgrade <= 2; ++upgrade) {
-        stage.clickUpgrade();
+        stage.click(WindowLook::kUpgradeButton);
         QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
         QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
         QTRY_VERIFY(stage.isUpgradeEnabled());
@@ -106,7 +106,7 @@ void tst_RealDevice::deviceComesBackTooLate()
     device.plugInApplication();
     QVERIFY(stage.open());
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
     QTRY_VERIFY(stage.isUpgradeEnabled());
     QCOMPARE(stage.progress(), 0);
@@ -115,7 +115,7 @@ void tst_RealDevice::deviceComesBackTooLate()
     QTRY_COMPARE(DeviceProcess::ports(), 1);
     QTRY_COMPARE(device.timesAway().size(), 1); // reported shortly after the port appears
     QVERIFY(device.timesAway().first() > 2500 - kTolerance);
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     QCOMPARE(device.reports(), kTheReport);
     QCOMPARE(device.images(), QList<QByteArray>{stage.imageHash()});
@@ -142,7 +142,7 @@ void tst_RealDevice::cablePulledDuringTheSearch()
         device.pullWhenOpened();
     }
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     if (!whenOpened) {
         QTRY_COMPARE(device.count("the device restarts"), 1);
         device.pull();
@@ -166,7 +166,7 @@ void tst_RealDevice::cablePulledDuringTheFlash()
     QVERIFY(stage.open());
 
     for (int pulls = 1; pulls <= 2; ++pulls) {
-        stage.clickUpgrade();
+        stage.click(WindowLook::kUpgradeButton);
         QTRY_COMPARE_WITH_TIMEOUT(device.count("the cable was pulled"), pulls, kSoon);
         QTRY_VERIFY_WITH_TIMEOUT(stage.errorText().count("DfuError: The port") == pulls
                                      && stage.errorText().endsWith('\n'),
@@ -178,7 +178,7 @@ void tst_RealDevice::cablePulledDuringTheFlash()
     }
 
     device.pullAfter(-1);
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     QTRY_VERIFY(stage.isUpgradeEnabled());
     QCOMPARE(device.reports(), kTheReport);
@@ -193,7 +193,7 @@ void tst_RealDevice::foreignDeviceGetsNothing()
     device.plugInApplication();
     QVERIFY(stage.open());
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kNoDevice, kSoon);
 
     QTRY_VERIFY(stage.isUpgradeEnabled());
@@ -210,7 +210,7 @@ void tst_RealDevice::twoDevices()
     second.plugInApplication();
     QVERIFY(stage.open());
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
 
     QTRY_VERIFY(stage.isUpgradeEnabled());
@@ -245,7 +245,7 @@ void tst_RealDevice::ordinaryUser()
     inBootloader ? device.plugInBootloader() : device.plugInApplication();
     QVERIFY(stage.open());
 
-    stage.clickUpgrade();
+    stage.click(WindowLook::kUpgradeButton);
     if (status.isNull()) {
         QTRY_VERIFY_WITH_TIMEOUT(
             stage.errorText().endsWith(
