@@ -51,7 +51,6 @@ private slots:
     void errorTextIsShown();
     void brokenUpgradeShowsAnError_data();
     void brokenUpgradeShowsAnError();
-    void timeOut();
     void closingLeavesTheToolAlone();
     void toolIsCalledAsEver();
     void toolIsMadeExecutable_data();
@@ -184,27 +183,6 @@ void tst_Upgrade::brokenUpgradeShowsAnError()
 
     QVERIFY(stage.status().isNull()); // the tool's error text
     QVERIFY(stage.device.image().isEmpty());
-}
-
-void tst_Upgrade::timeOut()
-{
-    constexpr int kTimeOut = 54630; // 1821 ticks of 30 ms
-    Stage stage;
-    stage.device.startInBootloader();
-    stage.setToolScript("sleep 60000\n");
-    QVERIFY(stage.open());
-    stage.click(WindowLook::kUpgradeButton);
-    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
-
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kTimeOut + kSoon);
-    QVERIFY2(qAbs(sinceStart.elapsed() - kTimeOut) < 4000,
-             qPrintable(QString::number(sinceStart.elapsed())));
-
-    const int progress = stage.progress();
-    QVERIFY2(progress >= 9050 && progress <= 9105, qPrintable(QString::number(progress)));
-    QCOMPARE(stage.status(), kUpgrading);
 }
 
 void tst_Upgrade::closingLeavesTheToolAlone()
