@@ -21,7 +21,7 @@ test_packages=(doxygen qttools5-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 
 # Linters and dynamic analysis.
-quality_packages=(clang-format clang-tidy cppcheck clazy gcovr valgrind xdotool)
+quality_packages=(clang-format clang-tidy cppcheck clazy gcovr shellcheck valgrind xdotool)
 
 # Benchmarks.
 benchmark_packages=(binutils libbenchmark-dev libxdamage-dev)
