@@ -9,7 +9,8 @@
 #include <QRect>
 #include <QRegion>
 
-struct _XDisplay;
+// The library's own name.
+struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
 /// Watches a program's window through the X server, and clicks in it.
 class Spectator

@@ -53,7 +53,7 @@ Rows StartRuns::run(Spectator &spectator, const Programs &programs, int rounds)
     Start b = {programs.plainWindow, stock};
     Start c = {programs.plainWindow, raster};
     // The first start of each only fills the system's file cache.
-    for (Start *start : {&a, &b, &c, &ours}) {
+    for (const Start *start : {&a, &b, &c, &ours}) {
         Start warmUp = *start;
         once(spectator, warmUp);
     }

@@ -45,7 +45,7 @@ QVector<QPair<QString, Strips>> strips()
 
 } // namespace
 
-bool DocumentPictures::save(Gallery &gallery, const QString &folder)
+bool DocumentPictures::save(const Gallery &gallery, const QString &folder)
 {
     constexpr int kPatchBorder = 16;
 

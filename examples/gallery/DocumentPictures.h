@@ -12,6 +12,6 @@ namespace DocumentPictures {
 
 /// Saves <class>.png and, for a class with pictures, <class>-strip.png in \a folder, which is
 /// created if necessary. Returns false if a file cannot be written.
-bool save(Gallery &gallery, const QString &folder);
+bool save(const Gallery &gallery, const QString &folder);
 
 } // namespace DocumentPictures

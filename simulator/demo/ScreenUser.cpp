@@ -99,12 +99,12 @@ ScreenUser::ScreenUser(QString title)
 
 ScreenUser ScreenUser::onWayland(const QColor &colour, int scale)
 {
-    return ScreenUser(QString(), colour, scale);
+    return {QString(), colour, scale};
 }
 
-ScreenUser::ScreenUser(QString title, const QColor &colour, int scale)
+ScreenUser::ScreenUser(QString title, QColor colour, int scale)
     : m_title(std::move(title))
-    , m_colour(colour)
+    , m_colour(std::move(colour))
     , m_scale(scale)
     , m_display(XOpenDisplay(nullptr))
 {

@@ -62,7 +62,7 @@ public:
     static bool waitUntil(const std::function<bool()> &condition, int milliseconds);
 
 private:
-    ScreenUser(QString title, const QColor &colour, int scale);
+    ScreenUser(QString title, QColor colour, int scale);
 
     QRect geometryByTitle() const;
     QRect geometryByColour() const;
