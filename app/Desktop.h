@@ -12,6 +12,15 @@
 class MainWindow;
 class QApplication;
 
+/// Deletes the application object, or leaves it to the end of the process where Qt cannot delete it
+/// safely.
+struct ApplicationDeleter
+{
+    void operator()(QApplication *application) const;
+};
+
+using ApplicationPointer = std::unique_ptr<QApplication, ApplicationDeleter>;
+
 /// Makes the window look and move the same on every desktop as on its home platform, where a point
 /// is a pixel and the window grows with the screen's scale by itself, and keeps away what costs
 /// memory and time there and gives the window nothing.
@@ -24,7 +33,7 @@ public:
     Desktop();
 
     /// Makes the application object. \a argc and \a argv must outlive it.
-    std::unique_ptr<QApplication> startQt(int &argc, char **argv);
+    ApplicationPointer startQt(int &argc, char **argv);
 
     /// Spares the program the picture plugins of the system: its own pictures need none. Call it
     /// before the first picture is loaded; adopt() ends it.

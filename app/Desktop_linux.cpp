@@ -79,6 +79,15 @@ int screenScale(const char *name)
 
 } // namespace
 
+void ApplicationDeleter::operator()(QApplication *application) const
+{
+    // Qt 5.15 sometimes waits forever for its thread that reads from the compositor, and a process
+    // without a window would stay behind.
+    if (!runsOnWayland()) {
+        delete application;
+    }
+}
+
 Desktop::Desktop()
 {
     QGuiApplication::setDesktopFileName(FW_UPDATE_APPLICATION_ID);
@@ -101,12 +110,12 @@ Desktop::Desktop()
     }
 }
 
-std::unique_ptr<QApplication> Desktop::startQt(int &argc, char **argv)
+ApplicationPointer Desktop::startQt(int &argc, char **argv)
 {
     // Qt removes from both what it has read.
     const std::vector<char *> arguments(argv, argv + argc);
     const QByteArray startupId = qgetenv("DESKTOP_STARTUP_ID");
-    auto application = std::make_unique<QApplication>(argc, argv);
+    ApplicationPointer application(new QApplication(argc, argv));
     // It would also load the driver for any window that the program might paint with it.
     const char *const graphics = runsOnWayland() ? kGraphicsOnWayland : kGraphicsOnX;
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, !qEnvironmentVariableIsSet(graphics));
@@ -123,7 +132,7 @@ std::unique_ptr<QApplication> Desktop::startQt(int &argc, char **argv)
         }
         argc = int(arguments.size());
         std::copy(arguments.begin(), arguments.end(), argv);
-        application = std::make_unique<QApplication>(argc, argv);
+        application.reset(new QApplication(argc, argv));
     }
     return application;
 }

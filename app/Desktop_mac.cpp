@@ -5,12 +5,17 @@
 
 #include <QApplication>
 
+void ApplicationDeleter::operator()(QApplication *application) const
+{
+    delete application;
+}
+
 // This is home: there is nothing to set.
 Desktop::Desktop() = default;
 
-std::unique_ptr<QApplication> Desktop::startQt(int &argc, char **argv)
+ApplicationPointer Desktop::startQt(int &argc, char **argv)
 {
-    return std::make_unique<QApplication>(argc, argv);
+    return ApplicationPointer(new QApplication(argc, argv));
 }
 
 void Desktop::leaveOutPicturePlugins() { }

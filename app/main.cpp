@@ -11,7 +11,7 @@
 int main(int argc, char *argv[])
 {
     Desktop desktop;
-    const std::unique_ptr<QApplication> application = desktop.startQt(argc, argv);
+    const ApplicationPointer application = desktop.startQt(argc, argv);
     KitAccessibility::install();
     // Every picture is loaded once. Kept for another time, it would only wake the program up half a
     // minute later to be thrown away.

@@ -35,7 +35,7 @@ static int report(int argc, char *argv[])
     const QList<QByteArray> before = childEnvironment();
     Desktop desktop;
     const bool letsQtScale = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
-    const std::unique_ptr<QApplication> application = desktop.startQt(argc, argv);
+    const ApplicationPointer application = desktop.startQt(argc, argv);
     const QStringList libraryPaths = QCoreApplication::libraryPaths();
     desktop.leaveOutPicturePlugins();
     MainWindow window;

@@ -44,7 +44,7 @@ Started start(QList<QByteArray> arguments)
     argv.append(nullptr);
 
     Desktop desktop;
-    const std::unique_ptr<QApplication> application = desktop.startQt(argc, argv.data());
+    const ApplicationPointer application = desktop.startQt(argc, argv.data());
     desktop.restoreEnvironment();
 
     Started started;
