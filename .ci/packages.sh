@@ -14,8 +14,17 @@ simulator_packages=(
     umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
     libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
 
+# Opens the program natively on a Wayland desktop.
+wayland_packages=(qtwayland5)
+
 # Only for tests.
-test_packages=(doxygen qttools5-dev)
+test_packages=(doxygen qttools5-dev weston "${wayland_packages[@]}")
+
+# A crowded desktop: GNOME's compositor, and the themes, styles, picture formats and input methods
+# that desktops install for Qt.
+desktop_packages=(
+    mutter dbus-daemon libgl1-mesa-dri qt5-gtk-platformtheme plasma-integration kde-style-breeze
+    kimageformat-plugins ibus fcitx5-frontend-qt5)
 
 # Compiler for the fuzz targets.
 fuzz_packages=(clang libclang-rt-14-dev)

@@ -18,6 +18,8 @@ class tst_Demo : public QObject
 private slots:
     void saysHowItEnded_data();
     void saysHowItEnded();
+    void findsTheDisplay_data();
+    void findsTheDisplay();
     void helpNamesEveryFault();
     void refusesWhatItDoesNotKnow_data();
     void refusesWhatItDoesNotKnow();
@@ -60,6 +62,34 @@ void tst_Demo::saysHowItEnded()
     for (const char *name : {"idle.png", "running.png", "finished.png"}) {
         QCOMPARE(QImage(folder.filePath(name)).size(), QSize(500, 260));
     }
+}
+
+void tst_Demo::findsTheDisplay_data()
+{
+    QTest::addColumn<QStringList>("screen");
+    QTest::addColumn<QStringList>("change");
+    QTest::addColumn<int>("result");
+    const QStringList noX = {"-u", "DISPLAY"};
+    QTest::newRow("X") << QStringList() << QStringList() << 0;
+    QTest::newRow("an X server that is gone") << QStringList() << QStringList{"DISPLAY=:4711"} << 1;
+    QTest::newRow("neither") << QStringList() << noX << 1;
+    QTest::newRow("Wayland without X") << QStringList{"--weston"} << noX << 0;
+    QTest::newRow("a compositor that is gone")
+        << QStringList{"--weston"} << noX + QStringList{"WAYLAND_DISPLAY=nowhere"} << 1;
+}
+
+void tst_Demo::findsTheDisplay()
+{
+    QFETCH(const QStringList, screen);
+    QFETCH(const QStringList, change);
+    QProcess demo;
+    demo.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+
+    demo.start(WITH_SCREEN,
+               screen + QStringList{"env"} + change + QStringList{FW_DEMO, "--can-see"});
+    QVERIFY(demo.waitForFinished());
+
+    QTEST(demo.exitCode(), "result");
 }
 
 void tst_Demo::helpNamesEveryFault()
