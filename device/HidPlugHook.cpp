@@ -26,8 +26,9 @@ void *plugContext = nullptr;
 // Created before DeviceComm, so that they still exist when it is destroyed at the end of the
 // process.
 std::deque<Report> waiting;
-std::unique_ptr<HidPlugWatch> watch;
+HidPlugWatch *watch = nullptr; // bare, since nobody deletes it while it calls the callback
 int pauses = 0;
+int callbacks = 0; // that have not returned
 
 bool isHighSurrogate(char16_t unit)
 {
@@ -91,8 +92,10 @@ void deliverHidPlugs()
         const Report report = waiting.front();
         waiting.pop_front();
         if (plugCallback != nullptr) {
+            ++callbacks;
             plugCallback(report.arrived, report.vendorId, report.productId, report.usage,
                          report.usagePage, report.productName.data(), plugContext);
+            --callbacks;
         }
     }
 }
@@ -114,12 +117,17 @@ HidPlugPause::~HidPlugPause()
 void startHidPlugWatch()
 {
     if (watch == nullptr) {
-        watch = HidPlugWatch::create();
+        watch = HidPlugWatch::create().release();
     }
 }
 
 void stopHidPlugWatch()
 {
-    watch.reset();
     waiting.clear();
+    if (callbacks > 0) {
+        // The callback exits the process, and what called it still uses the watch.
+        return;
+    }
+    delete watch;
+    watch = nullptr;
 }
