@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "device/DeviceComm.h"
-#include "device/HidPlugHook_p.h"
-#include "tests/doubles/HidManagerDouble.h"
+#include "tests/device/HidWatch_mac.h"
 #include "tests/doubles/HidapiDouble.h"
 
 #include <QCoreApplication>
@@ -43,12 +42,25 @@ QStringList reported(const QString &path)
             "close " + path};
 }
 
-/// A program that uses DeviceComm and finally prints all recorded calls.
-int useDeviceComm()
+/// A program that creates DeviceComm and uses it. It prints the calls when it exits.
+int useDeviceComm(const QString &role)
 {
     static const HidManagerDouble hid;
     std::atexit([] { std::printf("%s\n", qPrintable(calls().join('\n'))); });
-    return DeviceComm::GetInst().startUpdate(kVendor, kProduct) ? 1 : 0;
+    if (role == "use-in-vain") {
+        HidapiDouble::failToInitialise();
+    }
+    DeviceComm &deviceComm = DeviceComm::GetInst();
+    if (role != "exit") {
+        return deviceComm.startUpdate(kVendor, kProduct) ? 1 : 0;
+    }
+    PlugRecorder recorder;
+    recorder.onPlug = [] {
+        std::exit(0);
+    };
+    HidManagerDouble::attach(kTarget);
+    turnRunLoop();
+    return 1;
 }
 
 } // namespace
@@ -106,39 +118,37 @@ void tst_DeviceComm_mac::startUpdate()
 void tst_DeviceComm_mac::fromStartToEnd_data()
 {
     QTest::addColumn<QString>("role");
-    QTest::newRow("hidapi works") << "use";
-    QTest::newRow("hidapi cannot be initialised") << "use-in-vain";
+    QTest::addColumn<QStringList>("rest");
+    const QStringList use = {"enumerate 0 0", "free null", "unschedule kCFRunLoopDefaultMode",
+                             "manager is gone", "hid_exit"};
+    QTest::newRow("hidapi works") << "use" << use;
+    QTest::newRow("hidapi cannot be initialised") << "use-in-vain" << use;
+    // The manager calls the callback and must not be touched by it.
+    QTest::newRow("the callback exits") << "exit" << QStringList{"matching handler", "hid_exit"};
 }
 
 void tst_DeviceComm_mac::fromStartToEnd()
 {
     QFETCH(const QString, role);
+    QFETCH(const QStringList, rest);
     QProcess process;
     process.start(QCoreApplication::applicationFilePath(), {"--as", role});
     QVERIFY(process.waitForFinished(60000));
     QCOMPARE(process.exitCode(), 0);
-    const QStringList expected = {"hid_init",
-                                  "create 0",
-                                  "match all",
-                                  "register matching null",
-                                  "register removal null",
-                                  "schedule kCFRunLoopDefaultMode",
-                                  "enumerate 0 0",
-                                  "free null",
-                                  "unschedule kCFRunLoopDefaultMode",
-                                  "manager is gone",
-                                  "hid_exit"};
-    QCOMPARE(QString(process.readAllStandardOutput()).trimmed().split('\n'), expected);
+    const QStringList start = {"hid_init",
+                               "create 0",
+                               "match all",
+                               "register matching null",
+                               "register removal null",
+                               "schedule kCFRunLoopDefaultMode"};
+    QCOMPARE(QString(process.readAllStandardOutput()).trimmed().split('\n'), start + rest);
 }
 
 int main(int argc, char *argv[])
 {
     const QString role = argc == 3 && qstrcmp(argv[1], "--as") == 0 ? argv[2] : "";
-    if (role == "use-in-vain") {
-        HidapiDouble::failToInitialise();
-    }
     if (!role.isEmpty()) {
-        return useDeviceComm();
+        return useDeviceComm(role);
     }
     QCoreApplication application(argc, argv);
     tst_DeviceComm_mac test;

@@ -4,6 +4,7 @@
 #include "device/DeviceComm.h"
 #include "tests/device/HidWatch_mac.h"
 #include "tests/doubles/CoreFoundationDouble.h"
+#include "tests/doubles/HidapiDouble.h"
 
 #include <QtTest>
 
@@ -14,6 +15,16 @@ QStringList calls()
     QStringList result;
     for (const std::string &call : HidManagerDouble::calls()) {
         result.append(QString::fromStdString(call));
+    }
+    return result;
+}
+
+/// Arrivals as "1" and removals as "0", each with the name.
+QStringList reports(const PlugRecorder &recorder)
+{
+    QStringList result;
+    for (const Plug &plug : recorder.plugs) {
+        result.append(QString::number(plug.arrived) + plug.name);
     }
     return result;
 }
@@ -49,6 +60,7 @@ private slots:
 void tst_HidPlugHook_mac::cleanup()
 {
     stopHidPlugWatch();
+    HidapiDouble::setTimer([] {});
     register_hid_plug_callback(nullptr, nullptr);
 }
 
@@ -67,24 +79,26 @@ void tst_HidPlugHook_mac::watchFromStartToEnd()
 
 void tst_HidPlugHook_mac::attachedBeforehand_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::newRow("none") << 0;
-    QTest::newRow("one") << 1;
-    QTest::newRow("two") << 2;
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("one") << QStringList("first");
+    QTest::newRow("two") << QStringList{"first", "second"};
 }
 
 void tst_HidPlugHook_mac::attachedBeforehand()
 {
-    QFETCH(const int, count);
+    QFETCH(const QStringList, names);
     const HidManagerDouble hid;
-    for (int i = 0; i < count; ++i) {
-        HidManagerDouble::attach(kTarget);
+    for (const QString &name : names) {
+        HidManagerDouble::attach(named(name.toStdU16String()));
     }
     PlugRecorder recorder;
     const Watch watch;
     QCOMPARE(recorder.plugs.size(), 0);
     turnRunLoop();
-    QCOMPARE(recorder.plugs, QList<Plug>(QVector<Plug>(count, kArrival).toList()));
+    QStringList arrived = reports(recorder);
+    arrived.sort(); // they arrive in any order
+    QCOMPARE(arrived, QStringList(names).replaceInStrings(QRegularExpression("^"), "1"));
     QVERIFY(recorder.wasCalledHere());
 }
 
@@ -131,13 +145,17 @@ void tst_HidPlugHook_mac::callbackReplacesItself()
 
 void tst_HidPlugHook_mac::nothingDuringStartUpdate_data()
 {
+    QTest::addColumn<bool>("duringTheSearch");
     QTest::addColumn<bool>("oneMoreComes");
-    QTest::newRow("no later arrival") << false;
-    QTest::newRow("later arrival") << true;
+    QTest::newRow("events before it") << false << false;
+    QTest::newRow("events before it, and a later arrival") << false << true;
+    QTest::newRow("events while it searches for devices") << true << false;
+    QTest::newRow("events while it searches, and a later arrival") << true << true;
 }
 
 void tst_HidPlugHook_mac::nothingDuringStartUpdate()
 {
+    QFETCH(const bool, duringTheSearch);
     QFETCH(const bool, oneMoreComes);
     const HidManagerDouble hid;
     PlugRecorder recorder;
@@ -146,13 +164,21 @@ void tst_HidPlugHook_mac::nothingDuringStartUpdate()
     turnRunLoop();
     const int before = calls().size();
 
-    HidManagerDouble::detach(HidManagerDouble::attach(named(u"first")));
-    HidManagerDouble::attach(named(u"second"));
+    const auto come = [] {
+        HidManagerDouble::detach(HidManagerDouble::attach(named(u"first")));
+        HidManagerDouble::attach(named(u"second"));
+    };
+    if (duringTheSearch) {
+        HidapiDouble::setTimer(come);
+    } else {
+        come();
+    }
     QVERIFY(!deviceComm.startUpdate(0x7F3C, 0x0C51));
     QCOMPARE(calls().mid(before),
              QStringList({"enumerate 0 0", "matching handler", "removal handler",
                           "matching handler", "free null"}));
     QCOMPARE(recorder.plugs.size(), 0);
+    QVERIFY(doubleIsAwake(CFRunLoopGetCurrent()));
 
     QStringList expected = {"1first", "0first", "1second"};
     if (oneMoreComes) {
@@ -160,11 +186,7 @@ void tst_HidPlugHook_mac::nothingDuringStartUpdate()
         expected.append("1third");
     }
     turnRunLoop();
-    QStringList names;
-    for (const Plug &plug : recorder.plugs) {
-        names.append(QString::number(plug.arrived) + plug.name);
-    }
-    QCOMPARE(names, expected);
+    QCOMPARE(reports(recorder), expected);
 }
 
 void tst_HidPlugHook_mac::startUpdateWithoutEvents()
@@ -174,6 +196,7 @@ void tst_HidPlugHook_mac::startUpdateWithoutEvents()
     DeviceComm &deviceComm = DeviceComm::GetInst();
     turnRunLoop();
     deviceComm.startUpdate(0x7F3C, 0x0C51);
+    QVERIFY(!doubleIsAwake(CFRunLoopGetCurrent()));
     // Nothing is reported afterwards.
     QCOMPARE(CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1), kCFRunLoopRunTimedOut);
 }

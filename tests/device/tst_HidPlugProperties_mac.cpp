@@ -9,6 +9,7 @@
 
 namespace {
 
+using Other = HidManagerDouble::Other;
 using Keys = std::vector<std::string>;
 
 Properties with(Properties properties, const Properties &others)
@@ -40,6 +41,7 @@ private slots:
     void cleanup();
     void properties_data();
     void properties();
+    void parentsProperties();
     void name_data();
     void name();
     void propertiesAreReadForNobody_data();
@@ -94,6 +96,12 @@ void tst_HidPlugProperties_mac::properties_data()
     QTest::newRow("usages keep 32 bits")
         << with(kTarget, {{"DeviceUsage", min}, {"DeviceUsagePage", 0x12345678}})
         << Plug{1, 0x7F3C, 0x0C51, min, 0x12345678, "Device"};
+    QTest::newRow("ids are of other types")
+        << with(kTarget, {{"VendorID", Other::DataType}, {"ProductID", Other::ArrayType}})
+        << Plug{1, 0, 0, 0x74, 0xFF31, "Device"};
+    QTest::newRow("usages are of other types") << with(
+        kTarget, {{"DeviceUsage", Other::BooleanType}, {"DeviceUsagePage", Other::DataType}})
+                                               << Plug{1, 0x7F3C, 0x0C51, 1, 2, "Device"};
     QTest::newRow("no name") << without(kTarget, {"Product"})
                              << Plug{1, 0x7F3C, 0x0C51, 0x74, 0xFF31, ""};
 }
@@ -108,6 +116,17 @@ void tst_HidPlugProperties_mac::properties()
     HidManagerDouble::detach(HidManagerDouble::attach(properties));
     turnRunLoop();
     QCOMPARE(recorder.plugs, QList<Plug>({arrival, removal(arrival)}));
+}
+
+void tst_HidPlugProperties_mac::parentsProperties()
+{
+    const HidManagerDouble hid;
+    PlugRecorder recorder;
+    const Watch watch;
+    const Properties other = {{"VendorID", 1}, {"ProductID", 2}, {"Product", u"Parent"}};
+    HidManagerDouble::attach(without(kTarget, {"ProductID", "Product"}), other);
+    turnRunLoop();
+    QCOMPARE(recorder.plugs, QList<Plug>({{1, 0x7F3C, 2, 0x74, 0xFF31, "Parent"}}));
 }
 
 void tst_HidPlugProperties_mac::name_data()

@@ -47,6 +47,14 @@ QByteArray toText(const Calls &calls)
     return text;
 }
 
+/// How many of these attached devices are still in an iterator. The order is the kernel's.
+int notTaken(const std::vector<io_service_t> &services)
+{
+    return static_cast<int>(
+        std::count_if(services.begin(), services.end(),
+                      [](io_service_t service) { return UsbDouble::references(service) == 2; }));
+}
+
 /// Runs init_plug() in a separate thread. The constructor waits until its run loop is waiting.
 class Monitor
 {
@@ -84,6 +92,7 @@ public:
     int starve()
     {
         UsbDouble::removeSources();
+        CFRunLoopWakeUp(m_runLoop);
         return m_result.get();
     }
 
@@ -193,9 +202,7 @@ void tst_UsbMonitor_mac::oneAttachedDeviceIsTaken()
         = kFirstRegistration + kSecondRegistration + (attached > 0 ? kOneTaken : kNoneTaken);
     QCOMPARE(toText(UsbDouble::calls()), toText(start));
     // The other devices are still in the iterator, which is therefore not armed.
-    for (std::size_t i = 0; i < services.size(); ++i) {
-        QCOMPARE(UsbDouble::references(services[i]), i == 0 ? 1 : 2);
-    }
+    QCOMPARE(notTaken(services), qMax(0, attached - 1));
 
     UsbDouble::attach();
     if (notifiedLater) {
@@ -221,15 +228,14 @@ void tst_UsbMonitor_mac::arrivalIsNotifiedOnce()
         = kFirstRegistration + kSecondRegistration + kNoneTaken + kArrival + kOneTaken;
     QTRY_COMPARE(toText(UsbDouble::calls()), toText(expected));
     monitor.waitUntilIdle();
-    QCOMPARE(UsbDouble::references(first), 1);
-    QCOMPARE(UsbDouble::references(second), 2);
+    QCOMPARE(notTaken({first, second}), 1);
 
     // The first handler left the iterator unarmed.
     UsbDouble::attach();
     monitor.waitUntilIdle();
     monitor.stop();
     QCOMPARE(toText(UsbDouble::calls()), toText(expected + kEnd));
-    QCOMPARE(UsbDouble::references(second), 1);
+    QCOMPARE(notTaken({first, second}), 0);
 }
 
 void tst_UsbMonitor_mac::removalIsNeverNotified()
@@ -269,9 +275,7 @@ void tst_UsbMonitor_mac::handlersTakeOne()
     QCOMPARE(toText(UsbDouble::calls()), toText(devices > 0 ? kOneTaken : kNoneTaken));
     QCOMPARE(static_cast<int>(UsbDouble::devicesIn(iterator)), std::max(devices - 1, 0));
     QCOMPARE(UsbDouble::plugInCount(), 0);
-    for (std::size_t i = 0; i < services.size(); ++i) {
-        QCOMPARE(UsbDouble::references(services[i]), i == 0 ? 1 : 2);
-    }
+    QCOMPARE(notTaken(services), qMax(0, devices - 1));
 }
 
 void tst_UsbMonitor_mac::interfaceIsTheCallers()

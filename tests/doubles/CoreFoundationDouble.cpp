@@ -15,18 +15,22 @@ namespace {
 
 std::atomic<int> objects = 0;
 
-[[noreturn]] void fail(const char *what)
-{
-    std::fprintf(stderr, "CoreFoundation double: %s\n", what);
-    std::abort();
-}
-
 CFObject *object(CFTypeRef reference)
 {
     if (reference == nullptr) {
-        fail("unexpected null object");
+        doubleFail("unexpected null object");
     }
     return static_cast<CFObject *>(const_cast<void *>(reference));
+}
+
+/// The referenced object, which must be of the type that the reference says.
+template <typename Type> const Type &checked(const Type *reference)
+{
+    const CFObject &typed = *object(reference);
+    if (typeid(typed) != typeid(Type)) {
+        doubleFail("an object of another type");
+    }
+    return *reference;
 }
 
 bool isHigh(char16_t unit)
@@ -67,6 +71,12 @@ CFUUID::CFUUID(std::string digits)
     : text(std::move(digits))
 { }
 
+void doubleFail(const char *what)
+{
+    std::fprintf(stderr, "CoreFoundation double: %s\n", what);
+    std::abort();
+}
+
 int doubleObjectCount()
 {
     return objects;
@@ -93,7 +103,7 @@ void CFRelease(CFTypeRef reference)
 {
     CFObject *const released = object(reference);
     if (--released->references < 0) {
-        fail("released too often");
+        doubleFail("released too often");
     }
     if (released->references == 0) {
         const std::unique_ptr<CFObject> last(released);
@@ -114,18 +124,19 @@ CFTypeID CFNumberGetTypeID()
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void *value)
 {
     if (type != kCFNumberSInt32Type) {
-        fail("unsupported number type");
+        doubleFail("unsupported number type");
     }
     // If the number does not fit, Apple only promises an approximation. In practice, CoreFoundation
     // returns the low bits.
-    const auto cut = static_cast<SInt32>(number->value);
+    const std::int64_t whole = checked(number).value;
+    const auto cut = static_cast<SInt32>(whole);
     std::memcpy(value, &cut, sizeof cut);
-    return static_cast<Boolean>(cut == number->value);
+    return static_cast<Boolean>(cut == whole);
 }
 
 CFIndex CFStringGetLength(CFStringRef string)
 {
-    return static_cast<CFIndex>(string->text.size());
+    return static_cast<CFIndex>(checked(string).text.size());
 }
 
 CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding encoding,
@@ -133,11 +144,11 @@ CFIndex CFStringGetBytes(CFStringRef string, CFRange range, CFStringEncoding enc
                          CFIndex maxBufLen, CFIndex *usedBufLen)
 {
     if (encoding != kCFStringEncodingUTF32LE || isExternalRepresentation != 0 || lossByte == 0) {
-        fail("unsupported conversion");
+        doubleFail("unsupported conversion");
     }
     if (range.location < 0 || range.length < 0
         || range.location + range.length > CFStringGetLength(string)) {
-        fail("range outside the string");
+        doubleFail("range outside the string");
     }
     const std::u16string part = string->text.substr(static_cast<std::size_t>(range.location),
                                                     static_cast<std::size_t>(range.length));

@@ -47,6 +47,17 @@ struct CFDictionary final : CFObject
     const std::string className;
 };
 
+// Other types of properties, without a value.
+struct CFArray final : CFObject
+{
+};
+struct CFBoolean final : CFObject
+{
+};
+struct CFData final : CFObject
+{
+};
+
 struct CFUUID final : CFObject
 {
     explicit CFUUID(std::string digits);
@@ -69,11 +80,20 @@ struct DoubleRelease
 
 template <typename Object> using DoubleOwned = std::unique_ptr<Object, DoubleRelease>;
 
+/// Aborts the process. For calls that crash on the platform or are undefined there.
+[[noreturn]] void doubleFail(const char *what);
+
 /// The number of objects that have not been released, without constants and run loops.
 int doubleObjectCount();
 
 /// The number of sources in the calling thread's run loop.
 int doubleSourceCount();
 
+/// Signals the source and wakes its run loops, as a message from the kernel does. Thread-safe.
+void doublePost(CFRunLoopSourceRef source);
+
 /// Whether the run loop is waiting, in any mode. Thread-safe.
 bool doubleIsWaiting(CFRunLoopRef runLoop);
+
+/// Whether the run loop has been woken and has not waited since. Thread-safe.
+bool doubleIsAwake(CFRunLoopRef runLoop);

@@ -8,6 +8,7 @@
 #include <IOKit/hid/IOHIDManager.h>
 
 #include <deque>
+#include <utility>
 
 struct IOHIDDevice final : CFObject
 {
@@ -22,15 +23,23 @@ struct IOHIDManager final : CFObject
     IOHIDDeviceCallback removed = nullptr;
     void *matchedContext = nullptr;
     void *removedContext = nullptr;
-    DoubleOwned<CFRunLoopSource> source = nullptr;
+    bool matchesAll = false;
+    int callbacks = 0; ///< Calls of the two that have not returned.
+    bool isLocked = false;
+    CFRunLoopRef runLoop = nullptr;
+    CFRunLoopMode mode = nullptr;
+    DoubleOwned<CFRunLoopSource> source = nullptr; ///< Null while it is not scheduled.
 };
 
 namespace {
 
+using Devices = std::vector<DoubleOwned<IOHIDDevice>>;
+
 struct Event
 {
     bool arrived;
-    DoubleOwned<IOHIDDevice> device;
+    bool isEnumeration; ///< Of the devices that were attached before.
+    Devices devices;
 };
 
 struct World
@@ -53,14 +62,54 @@ DoubleOwned<IOHIDDevice> retained(IOHIDDevice *device)
                           : nullptr);
 }
 
+/// The manager, unless the platform would crash or deadlock with it.
+IOHIDManager &usable(IOHIDManagerRef manager)
+{
+    if (manager == nullptr) {
+        doubleFail("no manager");
+    }
+    if (manager->isLocked) {
+        doubleFail("a manager is used while it holds its lock");
+    }
+    return *manager;
+}
+
+void post(Event event)
+{
+    world->events.push_back(std::move(event));
+    doublePost(world->scheduled->source.get());
+}
+
 void announce(bool arrived, IOHIDDevice *device)
 {
-    if (world->scheduled == nullptr) {
+    if (world->scheduled == nullptr || !world->scheduled->matchesAll) {
         return;
     }
-    world->events.push_back({arrived, retained(device)});
-    CFRunLoopSourceSignal(world->scheduled->source.get());
-    CFRunLoopWakeUp(nullptr);
+    Devices devices;
+    devices.push_back(retained(device));
+    post({arrived, false, std::move(devices)});
+}
+
+/// The set has no order: the last one attached comes first.
+void announceAttached()
+{
+    Devices devices;
+    for (auto entry = world->devices.rbegin(); entry != world->devices.rend(); ++entry) {
+        devices.push_back(retained(entry->second.get()));
+    }
+    post({true, true, std::move(devices)});
+}
+
+void call(IOHIDManager &manager, bool arrived, IOHIDDevice *device)
+{
+    const IOHIDDeviceCallback callback = arrived ? manager.matched : manager.removed;
+    if (callback == nullptr) {
+        return;
+    }
+    world->calls.emplace_back(arrived ? "matching handler" : "removal handler");
+    ++manager.callbacks;
+    callback(arrived ? manager.matchedContext : manager.removedContext, 0, &manager, device);
+    --manager.callbacks;
 }
 
 void deliver()
@@ -68,16 +117,35 @@ void deliver()
     while (world->scheduled != nullptr && !world->events.empty()) {
         const Event event = std::move(world->events.front());
         world->events.pop_front();
-        IOHIDManager *const manager = world->scheduled;
-        const IOHIDDeviceCallback callback = event.arrived ? manager->matched : manager->removed;
-        if (callback == nullptr) {
-            continue;
+        IOHIDManager &manager = *world->scheduled;
+        const bool wasLocked
+            = std::exchange(manager.isLocked, manager.isLocked || event.isEnumeration);
+        for (const auto &device : event.devices) {
+            call(manager, event.arrived, device.get());
         }
-        world->calls.emplace_back(event.arrived ? "matching handler" : "removal handler");
-        callback(event.arrived ? manager->matchedContext : manager->removedContext, 0, manager,
-                 event.device.get());
+        manager.isLocked = wasLocked;
     }
 }
+
+struct MakeObject
+{
+    using Object = std::unique_ptr<CFObject>;
+
+    Object operator()(std::int64_t number) const { return std::make_unique<CFNumber>(number); }
+    Object operator()(const std::u16string &text) const { return std::make_unique<CFString>(text); }
+    Object operator()(HidManagerDouble::Other type) const
+    {
+        switch (type) {
+        case HidManagerDouble::Other::ArrayType:
+            return std::make_unique<CFArray>();
+        case HidManagerDouble::Other::BooleanType:
+            return std::make_unique<CFBoolean>();
+        case HidManagerDouble::Other::DataType:
+            return std::make_unique<CFData>();
+        }
+        doubleFail("a type that is not known");
+    }
+};
 
 std::string contextName(const void *context)
 {
@@ -93,6 +161,9 @@ std::string modeName(CFStringRef mode)
 
 IOHIDManager::~IOHIDManager()
 {
+    if (source != nullptr || callbacks > 0) {
+        doubleFail("a manager is released while the system uses it");
+    }
     if (world != nullptr) {
         world->calls.emplace_back("manager is gone");
     }
@@ -108,17 +179,13 @@ HidManagerDouble::~HidManagerDouble()
     world.reset();
 }
 
-int HidManagerDouble::attach(const Properties &properties)
+int HidManagerDouble::attach(const Properties &properties, const Properties &parent)
 {
     DoubleOwned<IOHIDDevice> device(std::make_unique<IOHIDDevice>().release());
-    for (const auto &[key, value] : properties) {
-        std::unique_ptr<CFObject> object;
-        if (const auto *const number = std::get_if<std::int64_t>(&value)) {
-            object = std::make_unique<CFNumber>(*number);
-        } else {
-            object = std::make_unique<CFString>(std::get<std::u16string>(value));
-        }
-        device->properties[key].reset(object.release());
+    Properties all = properties;
+    all.insert(parent.begin(), parent.end());
+    for (const auto &[key, value] : all) {
+        device->properties[key].reset(std::visit(MakeObject(), value).release());
     }
     const int number = ++world->lastNumber;
     announce(true, device.get());
@@ -166,16 +233,20 @@ IOHIDManagerRef IOHIDManagerCreate(CFAllocatorRef /*allocator*/, IOOptionBits op
     return world->failing ? nullptr : std::make_unique<IOHIDManager>().release();
 }
 
-void IOHIDManagerSetDeviceMatching(IOHIDManagerRef /*manager*/, CFDictionaryRef matching)
+void IOHIDManagerSetDeviceMatching(IOHIDManagerRef manager, CFDictionaryRef matching)
 {
     world->calls.emplace_back(matching == nullptr ? "match all" : "match some");
+    usable(manager).matchesAll = matching == nullptr;
+    if (manager->source != nullptr) {
+        announceAttached();
+    }
 }
 
 void IOHIDManagerRegisterDeviceMatchingCallback(IOHIDManagerRef manager,
                                                 IOHIDDeviceCallback callback, void *context)
 {
     world->calls.push_back("register matching" + contextName(context));
-    manager->matched = callback;
+    usable(manager).matched = callback;
     manager->matchedContext = context;
 }
 
@@ -183,7 +254,7 @@ void IOHIDManagerRegisterDeviceRemovalCallback(IOHIDManagerRef manager,
                                                IOHIDDeviceCallback callback, void *context)
 {
     world->calls.push_back("register removal" + contextName(context));
-    manager->removed = callback;
+    usable(manager).removed = callback;
     manager->removedContext = context;
 }
 
@@ -191,18 +262,29 @@ void IOHIDManagerScheduleWithRunLoop(IOHIDManagerRef manager, CFRunLoopRef runLo
                                      CFStringRef mode)
 {
     world->calls.push_back("schedule " + modeName(mode));
+    if (usable(manager).source != nullptr || runLoop == nullptr) {
+        doubleFail("a manager is scheduled twice or nowhere");
+    }
     manager->source.reset(std::make_unique<CFRunLoopSource>(deliver).release());
+    manager->runLoop = runLoop;
+    manager->mode = mode;
     CFRunLoopAddSource(runLoop, manager->source.get(), mode);
     world->scheduled = manager;
-    for (const auto &[number, device] : world->devices) {
-        announce(true, device.get());
+    if (manager->matchesAll) {
+        announceAttached();
     }
 }
 
-void IOHIDManagerUnscheduleFromRunLoop(IOHIDManagerRef manager, CFRunLoopRef /*runLoop*/,
+void IOHIDManagerUnscheduleFromRunLoop(IOHIDManagerRef manager, CFRunLoopRef runLoop,
                                        CFStringRef mode)
 {
     world->calls.push_back("unschedule " + modeName(mode));
+    if (usable(manager).callbacks > 0) {
+        doubleFail("a manager is unscheduled by its own callback");
+    }
+    if (runLoop != manager->runLoop || mode != manager->mode) {
+        return; // it stays where it is
+    }
     CFRunLoopSourceInvalidate(manager->source.get());
     manager->source.reset();
     world->scheduled = nullptr;

@@ -11,13 +11,16 @@
 
 /// The HID part of the IOKit double: attaches and detaches devices and records calls.
 ///
-/// A scheduled manager reports the devices that are already attached and all later changes from its
-/// own run-loop source. Only one object of this class may exist at a time.
+/// A scheduled manager that matches devices reports those that are already attached, as a set and
+/// while it holds its lock, and all later changes from its own run-loop source. A device's
+/// properties are those that it had when it was attached. Only one object of this class may exist
+/// at a time.
 class HidManagerDouble
 {
 public:
-    /// Numbers and texts by key. A device has no other properties.
-    using Properties = std::map<std::string, std::variant<std::int64_t, std::u16string>>;
+    /// Properties of other types have no value here.
+    enum class Other { ArrayType, BooleanType, DataType };
+    using Properties = std::map<std::string, std::variant<std::int64_t, std::u16string, Other>>;
 
     HidManagerDouble();
     ~HidManagerDouble();
@@ -25,8 +28,9 @@ public:
     HidManagerDouble(const HidManagerDouble &) = delete;
     HidManagerDouble &operator=(const HidManagerDouble &) = delete;
 
-    /// Attaches a device and returns a number for detach().
-    static int attach(const Properties &properties);
+    /// Attaches a device and returns a number for detach(). A property that the device does not
+    /// have is looked up in its parent.
+    static int attach(const Properties &properties, const Properties &parent = {});
     static void detach(int device);
 
     /// Makes the scheduled manager call its handlers with a null device.

@@ -3,6 +3,7 @@
 
 #include "tests/doubles/HidapiDouble.h"
 
+#include "tests/doubles/CoreFoundationDouble.h"
 #include "tests/doubles/HidManagerDouble.h"
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -21,6 +22,8 @@ namespace {
 
 std::vector<HidapiDouble::Interface> interfaces;
 std::vector<hid_device_info> listed; // refers to the interfaces' paths
+std::function<void()> timer = [] {
+};
 int initialised = 0;
 
 std::string hexadecimal(const unsigned char *data, std::size_t length)
@@ -34,11 +37,29 @@ std::string hexadecimal(const unsigned char *data, std::size_t length)
     return text;
 }
 
+/// Goes on until no source is left or the time is over, and does not return after a source.
+void turnRunLoop()
+{
+    const DoubleOwned<CFRunLoopSource> source(std::make_unique<CFRunLoopSource>(timer).release());
+    CFRunLoopAddSource(CFRunLoopGetCurrent(), source.get(), kCFRunLoopDefaultMode);
+    doublePost(source.get());
+    CFRunLoopRunResult result = 0;
+    do {
+        result = CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.001, 0);
+    } while (result != kCFRunLoopRunFinished && result != kCFRunLoopRunTimedOut);
+    CFRunLoopSourceInvalidate(source.get());
+}
+
 } // namespace
 
 void HidapiDouble::setInterfaces(const std::vector<Interface> &newOnes)
 {
     interfaces = newOnes;
+}
+
+void HidapiDouble::setTimer(const std::function<void()> &newOne)
+{
+    timer = newOne;
 }
 
 void HidapiDouble::failToInitialise()
@@ -62,7 +83,7 @@ hid_device_info *hid_enumerate(unsigned short vendorId, unsigned short productId
 {
     HidManagerDouble::record("enumerate " + std::to_string(vendorId) + ' '
                              + std::to_string(productId));
-    while (CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.001, 1) == kCFRunLoopRunHandledSource) { }
+    turnRunLoop();
     listed.clear();
     for (HidapiDouble::Interface &interface : interfaces) {
         hid_device_info info = {};

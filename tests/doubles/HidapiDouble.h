@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,10 @@ public:
 
     /// Sets the result of all later enumerations.
     static void setInterfaces(const std::vector<Interface> &interfaces);
+
+    /// Sets what the run loop calls during each enumeration, as a timer would be; null calls
+    /// nothing.
+    static void setTimer(const std::function<void()> &timer);
 
     /// Makes hid_init() fail from now on.
     static void failToInitialise();

@@ -121,8 +121,8 @@ io_object_t IOIteratorNext(io_iterator_t iterator)
         object.armed = true;
         return 0;
     }
-    const io_service_t service = object.services.front();
-    object.services.pop_front();
+    const io_service_t service = object.services.back();
+    object.services.pop_back();
     return service; // the caller owns this reference
 }
 

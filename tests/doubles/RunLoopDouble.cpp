@@ -13,6 +13,8 @@
 
 namespace {
 
+using Time = std::chrono::time_point<std::chrono::steady_clock, std::chrono::duration<double>>;
+
 std::mutex lock;
 std::condition_variable changed;
 
@@ -35,12 +37,15 @@ struct CFRunLoop
     CFRunLoop &operator=(const CFRunLoop &) = delete;
 
     CFRunLoopRunResult run(CFRunLoopMode mode, CFTimeInterval seconds, bool returnAfterHandled);
+    bool waitUntil(std::unique_lock<std::mutex> &guard, Time end);
     bool hasSources(CFRunLoopMode mode) const;
+    bool has(const CFRunLoopSource *source) const;
     CFRunLoopSource *takeSignaled(CFRunLoopMode mode) const;
 
     std::list<ModeSource> sources;
     bool stopped = false;
     bool waiting = false;
+    bool woken = false;
 };
 
 namespace {
@@ -92,13 +97,11 @@ CFRunLoopRunResult CFRunLoop::run(CFRunLoopMode mode, CFTimeInterval seconds,
             if (returnAfterHandled) {
                 return kCFRunLoopRunHandledSource;
             }
-        } else if (!stopped) {
-            waiting = true;
-            const std::cv_status status = changed.wait_until(guard, end);
-            waiting = false;
-            if (status == std::cv_status::timeout) {
+            if (!stopped && std::chrono::steady_clock::now() >= end) {
                 return kCFRunLoopRunTimedOut;
             }
+        } else if (!waitUntil(guard, end)) {
+            return kCFRunLoopRunTimedOut;
         }
         if (stopped) {
             stopped = false;
@@ -107,10 +110,26 @@ CFRunLoopRunResult CFRunLoop::run(CFRunLoopMode mode, CFTimeInterval seconds,
     }
 }
 
+/// Waits until it is woken or stopped. A signaled source alone does not end the wait.
+bool CFRunLoop::waitUntil(std::unique_lock<std::mutex> &guard, Time end)
+{
+    waiting = true;
+    const bool inTime = changed.wait_until(guard, end, [this] { return stopped || woken; });
+    waiting = false;
+    woken = false;
+    return inTime;
+}
+
 bool CFRunLoop::hasSources(CFRunLoopMode mode) const
 {
     return std::any_of(sources.begin(), sources.end(),
                        [mode](const ModeSource &entry) { return entry.mode == mode; });
+}
+
+bool CFRunLoop::has(const CFRunLoopSource *source) const
+{
+    return std::any_of(sources.begin(), sources.end(),
+                       [source](const ModeSource &entry) { return entry.source == source; });
 }
 
 /// Returns the source retained, since performing it may remove it.
@@ -137,6 +156,22 @@ bool doubleIsWaiting(CFRunLoopRef runLoop)
     return runLoop->waiting;
 }
 
+bool doubleIsAwake(CFRunLoopRef runLoop)
+{
+    const std::lock_guard guard(lock);
+    return runLoop->woken;
+}
+
+void doublePost(CFRunLoopSourceRef source)
+{
+    const std::lock_guard guard(lock);
+    source->signaled = true;
+    for (CFRunLoop *const runLoop : runLoops) {
+        runLoop->woken |= runLoop->has(source);
+    }
+    changed.notify_all();
+}
+
 CFRunLoopRef CFRunLoopGetCurrent()
 {
     return &currentRunLoop();
@@ -161,8 +196,13 @@ void CFRunLoopStop(CFRunLoopRef runLoop)
     changed.notify_all();
 }
 
-void CFRunLoopWakeUp(CFRunLoopRef /*runLoop*/)
+void CFRunLoopWakeUp(CFRunLoopRef runLoop)
 {
+    if (runLoop == nullptr) {
+        doubleFail("no run loop to wake up");
+    }
+    const std::lock_guard guard(lock);
+    runLoop->woken = true;
     changed.notify_all();
 }
 
@@ -171,7 +211,6 @@ void CFRunLoopAddSource(CFRunLoopRef runLoop, CFRunLoopSourceRef source, CFRunLo
     const std::lock_guard guard(lock);
     CFRetain(source);
     runLoop->sources.push_back({mode, source});
-    changed.notify_all();
 }
 
 CFRunLoopSourceRef CFRunLoopSourceCreate(CFAllocatorRef /*allocator*/, CFIndex /*order*/,

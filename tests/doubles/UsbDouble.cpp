@@ -21,7 +21,7 @@ void UsbWorld::dropReference(io_object_t name)
 {
     UsbObject &object = objects.at(name);
     if (--object.references == 0) {
-        const std::deque<io_service_t> services = std::move(object.services);
+        const std::vector<io_service_t> services = std::move(object.services);
         objects.erase(name);
         for (const io_service_t service : services) {
             dropReference(service);
@@ -44,8 +44,7 @@ void UsbWorld::notify(const std::string &type, io_service_t service)
         putInto(notification.iterator, service);
         if (std::exchange(objects.at(notification.iterator).armed, false)) {
             notification.pending = true;
-            CFRunLoopSourceSignal(notification.port->source.get());
-            CFRunLoopWakeUp(nullptr);
+            doublePost(notification.port->source.get());
         }
     }
 }
@@ -166,5 +165,4 @@ void UsbDouble::removeSources()
     for (const auto &port : usbWorld->ports) {
         CFRunLoopSourceInvalidate(port->source.get());
     }
-    CFRunLoopWakeUp(nullptr);
 }

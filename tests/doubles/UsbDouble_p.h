@@ -6,7 +6,6 @@
 #include "tests/doubles/CoreFoundationDouble.h"
 #include "tests/doubles/UsbDouble.h"
 
-#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -23,7 +22,7 @@ struct UsbObject
     int references = 1;
     bool isIterator = false;
     std::string notificationType = {}; ///< Set for an iterator of a notification.
-    std::deque<io_service_t> services = {};
+    std::vector<io_service_t> services = {}; ///< Taken from the end.
     bool armed = false;
 };
 
