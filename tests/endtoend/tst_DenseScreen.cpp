@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/demo/ScreenUser.h"
+#include "tests/endtoend/InstalledProgram.h"
+#include "tests/support/ProgramStage.h"
 #include "tests/support/ScreenResources.h"
 
 #include <QProcess>
@@ -30,7 +31,8 @@ QRect scaled(const QRect &rect, int factor)
 
 } // namespace
 
-/// The program on screens whose desktop asks for a larger picture. Needs an X screen.
+/// How large the program is on dense screens: on X and on a Wayland desktop, which is twice as
+/// dense as usual and fills the X screen.
 class tst_DenseScreen : public QObject
 {
     Q_OBJECT
@@ -42,60 +44,90 @@ private slots:
 
 void tst_DenseScreen::windowGrowsWithTheScreen_data()
 {
-    QTest::addColumn<QByteArray>("resources");
+    QTest::addColumn<QStringList>("plugins");
+    QTest::addColumn<QByteArray>("dpi");
     QTest::addColumn<QStringList>("settings");
     QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("onX");
     QTest::addColumn<int>("factor");
 
-    const auto row = [](const char *name, const QByteArray &resources, const QStringList &settings,
-                        const QStringList &arguments, int factor) {
-        QTest::newRow(name) << resources << settings << arguments << factor;
+    const QStringList all = {"platforms", "wayland-shell-integration"};
+    const QStringList noWayland = {"platforms/libqxcb.so"};
+    const auto rowOnX = [&](const char *name, const QByteArray &dpi, const QStringList &settings,
+                            const QStringList &arguments, int factor) {
+        QTest::newRow(name) << all << dpi << settings + QStringList{"XDG_SESSION_TYPE=x11"}
+                            << arguments << true << factor;
     };
-    const QByteArray dense = "Xft.dpi:\t192\n";
-    row("desktop says nothing", "", {}, {}, 1);
-    row("usual screen", "Xft.dpi:\t96\n", {}, {}, 1);
-    row("hardly denser", "Xft.dpi:\t120\n", {}, {}, 1);
-    row("one and a half times as dense", "Xft.dpi:\t144\n", {}, {}, 2);
-    row("twice as dense", dense, {}, {}, 2);
-    row("no number", "Xft.dpi:\tmany\n", {}, {}, 1);
-    row("user chooses X", dense, {"QT_QPA_PLATFORM=offscreen"}, {"-platform", "xcb"}, 2);
-    row("no Wayland", dense, {"QT_QPA_PLATFORM=wayland;xcb", "WAYLAND_DISPLAY=none"}, {}, 2);
-    row("user switches scaling on", dense, {"QT_AUTO_SCREEN_SCALE_FACTOR=1"}, {}, 2);
-    row("user switches scaling off", dense, {"QT_ENABLE_HIGHDPI_SCALING=0"}, {}, 1);
-    row("user wants a factor of 1", dense, {"QT_SCALE_FACTOR=1"}, {}, 1);
-    row("user wants a factor of 2", "", {"QT_SCALE_FACTOR=2"}, {}, 2);
+    rowOnX("desktop says nothing", "", {}, {}, 1);
+    rowOnX("usual screen", "96", {}, {}, 1);
+    rowOnX("hardly denser", "120", {}, {}, 1);
+    rowOnX("one and a half times as dense", "144", {}, {}, 2);
+    rowOnX("twice as dense", "192", {}, {}, 2);
+    rowOnX("three times as dense", "288", {}, {}, 3);
+    rowOnX("no number", "many", {}, {}, 1);
+    rowOnX("user chooses X by argument", "192", {"QT_QPA_PLATFORM=offscreen"}, {"-platform", "xcb"},
+           2);
+    rowOnX("user switches scaling on", "192", {"QT_AUTO_SCREEN_SCALE_FACTOR=1"}, {}, 2);
+    rowOnX("user switches scaling off", "192", {"QT_ENABLE_HIGHDPI_SCALING=0"}, {}, 1);
+    rowOnX("user wants a factor of 1", "192", {"QT_SCALE_FACTOR=1"}, {}, 1);
+    rowOnX("user wants a factor of 2", "", {"QT_SCALE_FACTOR=2"}, {}, 2);
+
+    const auto row = [](const char *name, const QStringList &plugins, const QByteArray &dpi,
+                        const QStringList &settings, const QStringList &arguments, bool onX) {
+        constexpr int kFactor = 2;
+        QTest::newRow(name) << plugins << dpi << settings << arguments << onX << kFactor;
+    };
+    row("Wayland", all, "", {}, {}, false);
+    row("Wayland, X is denser", all, "288", {}, {}, false);
+    row("Wayland, user switches scaling on", all, "", {"QT_AUTO_SCREEN_SCALE_FACTOR=1"}, {}, false);
+    row("Wayland, user prefers it", all, "288", {"QT_QPA_PLATFORM=wayland;xcb"}, {}, false);
+    row("Wayland, user chooses it by argument in a session of X", all, "288",
+        {"XDG_SESSION_TYPE=x11"}, {"-platform", "wayland"}, false);
+    row("Wayland, user chooses X", all, "192", {"QT_QPA_PLATFORM=xcb"}, {}, true);
+    row("Wayland, user prefers X", all, "192", {"QT_QPA_PLATFORM=xcb;wayland"}, {}, true);
+    row("Wayland, user chooses X by argument", all, "192", {}, {"-platform", "xcb"}, true);
+    row("Wayland, its plugin is missing", noWayland, "192", {}, {}, true);
+    row("Wayland, its compositor is missing", all, "192", {"WAYLAND_DISPLAY=none"}, {}, true);
 }
 
 void tst_DenseScreen::windowGrowsWithTheScreen()
 {
-    QFETCH(const QByteArray, resources);
+    QFETCH(const QStringList, plugins);
+    QFETCH(const QByteArray, dpi);
     QFETCH(const QStringList, settings);
     QFETCH(const QStringList, arguments);
+    QFETCH(const bool, onX);
     QFETCH(const int, factor);
 
-    ScreenResources::set(resources);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove("QT_FONT_DPI");
+    ScreenResources::set(dpi.isEmpty() ? dpi : "Xft.dpi:\t" + dpi + '\n');
+    const InstalledProgram installed(plugins);
+    const QProcessEnvironment ours = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment = ProgramStage::usersEnvironment(ours);
+    environment.insert("DISPLAY", ours.value("DISPLAY")); // desktops have an X server, too
     for (const QString &setting : settings) {
         environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
     }
     QProcess program;
     program.setProcessEnvironment(environment);
-    program.start(FW_UPDATE_PROGRAM, arguments);
-    ScreenUser user("FW Update");
+    program.start(installed.path(), arguments);
+    ScreenUser userOfX("FW Update");
+    ScreenUser userOfWayland = ProgramStage::makeUser();
+    ScreenUser &user = onX ? userOfX : userOfWayland;
     QTRY_VERIFY_WITH_TIMEOUT(user.seesWindow(), 20000);
-    QCOMPARE(user.windowGeometry().size(), QSize(500, 260) * factor);
+    QCOMPARE(userOfX.seesWindow(), onX);
+    QTRY_COMPARE(user.windowGeometry().size(), QSize(500, 260) * factor);
 
     // The heading stands in its place and is neither tiny nor cut off, which its edges would show.
     const QRect place = scaled(QRect(172, 20, 156, 30), factor);
     const QRect band = scaled(QRect(60, 5, 380, 70), factor);
-    QTRY_VERIFY(!ink(user.look(), band).isEmpty());
-    const QRect heading = ink(user.look(), band);
-    QVERIFY(place.contains(heading));
+    user.movePointerOnScreen(QPoint(1000, 700) * ProgramStage::scale()); // off the heading
+    QRect heading;
+    QTRY_VERIFY(!(heading = ink(user.look(), band)).isEmpty() && place.contains(heading));
     QVERIFY(heading.width() > place.width() * 3 / 4);
 
     program.terminate();
     QVERIFY(program.waitForFinished());
+    QTRY_VERIFY(!userOfWayland.seesWindow());
 }
 
 QTEST_MAIN(tst_DenseScreen)

@@ -24,9 +24,14 @@ bool ProgramStage::isOnWayland()
     return qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
+ScreenUser ProgramStage::makeUser()
+{
+    return isOnWayland() ? ScreenUser::onWayland(QColor(kBackground), scale())
+                         : ScreenUser("FW Update");
+}
+
 ProgramStage::ProgramStage(const QString &program, const QString &tool)
-    : user(isOnWayland() ? ScreenUser::onWayland(QColor(kBackground), scale())
-                         : ScreenUser("FW Update"))
+    : user(makeUser())
     , package(DfuPackage::generate(kFirmwareSize))
 {
     QFile::copy(program, path("fw-update"));

@@ -22,6 +22,12 @@ public:
     /// Whether the screen shows a Wayland desktop.
     static bool isOnWayland();
 
+    /// The user of the program's window on this screen.
+    static ScreenUser makeUser();
+
+    /// What the program finds if its user starts it, made from \a environment.
+    static QProcessEnvironment usersEnvironment(QProcessEnvironment environment);
+
     /// Copies the files \a program and \a tool.
     ProgramStage(const QString &program, const QString &tool);
 
@@ -47,9 +53,6 @@ public:
 
 protected:
     ~ProgramStage() = default;
-
-    /// What the program finds if its user starts it, made from \a environment.
-    static QProcessEnvironment usersEnvironment(QProcessEnvironment environment);
 
     /// Returns whether the window appeared.
     bool waitForWindow();
