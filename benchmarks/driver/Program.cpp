@@ -93,7 +93,7 @@ std::vector<QByteArray> environmentWith(const Program::Variables &variables)
 
 } // namespace
 
-Program::Program(const QString &path, const Variables &variables)
+Program::Program(const QString &path, const Variables &variables, const QString &errors)
 {
     std::vector<QByteArray> environment = environmentWith(variables);
     std::vector<char *> pointers;
@@ -109,7 +109,8 @@ Program::Program(const QString &path, const Variables &variables)
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 2, QFile::encodeName(errors).constData(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addchdir_np(&actions,
                                          QFile::encodeName(QFileInfo(path).path()).constData());
     m_start = Clock::now();

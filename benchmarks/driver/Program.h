@@ -30,7 +30,8 @@ public:
     };
 
     /// Starts the file at \a path in its own folder, with \a variables added to the environment.
-    Program(const QString &path, const Variables &variables);
+    /// Writes its standard error to the file \a errors.
+    Program(const QString &path, const Variables &variables, const QString &errors = "/dev/null");
     ~Program();
 
     Program(const Program &) = delete;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "benchmarks/driver/DesktopRuns.h"
 #include "benchmarks/driver/DisplayServer.h"
 #include "benchmarks/driver/InProcessRuns.h"
 #include "benchmarks/driver/Installation.h"
@@ -62,6 +63,7 @@ Rows measure(const QString &program, int rounds)
                              (rounds + 1) / 2);
     rows += InProcessRuns::run(here.filePath("inprocess.run/inprocess"), variables, rounds);
     rows += installation.rows();
+    rows += DesktopRuns::run(installation.program(), (rounds + 1) / 2);
     return rows;
 }
 
