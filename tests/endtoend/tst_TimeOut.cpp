@@ -21,6 +21,8 @@ void tst_TimeOut::givesTheButtonBack()
 {
     constexpr int kTimeOut = 54630; // 1821 ticks of 30 ms
     constexpr int kSoon = 20000;
+    constexpr int kBusyMachine = 40000; // ticks may come late, but never early
+    constexpr int kNoticed = 4000; // until the start was noticed
     const QString upgrading = StatusText::kUpgrading;
     Stage stage;
     stage.device.startInBootloader();
@@ -31,9 +33,8 @@ void tst_TimeOut::givesTheButtonBack()
 
     QElapsedTimer sinceStart;
     sinceStart.start();
-    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kTimeOut + kSoon);
-    QVERIFY2(qAbs(sinceStart.elapsed() - kTimeOut) < 4000,
-             qPrintable(QString::number(sinceStart.elapsed())));
+    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kTimeOut + kBusyMachine);
+    QVERIFY(sinceStart.elapsed() > kTimeOut - kNoticed);
 
     const int progress = stage.progress();
     QVERIFY2(progress >= 9050 && progress <= 9105, qPrintable(QString::number(progress)));
