@@ -4,6 +4,17 @@
 #pragma once
 
 #include "device/HidPlugHook_p.h"
+#include "tests/device/PlugRecorder.h"
+
+// Shared by the tests of the HID watch on both platforms.
+
+inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+
+inline Plug removal(Plug arrival)
+{
+    arrival.arrived = 0;
+    return arrival;
+}
 
 /// Keeps a watch running during its lifetime.
 class Watch

@@ -5,7 +5,7 @@
 
 #include "simulator/testbed/Testbed.h"
 #include "tests/device/HidWatch.h"
-#include "tests/device/PlugRecorder.h"
+#include "tests/device/Patience.h"
 
 #include <QtTest>
 
@@ -13,16 +13,9 @@
 
 inline const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
 inline const Testbed::HidInterface kTrigger = {0xFF31, 0x74, {}, {}};
-inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
 
 /// The arrival of a device that is already gone.
 inline const Plug kUnknown = {1};
-
-inline Plug removal(Plug arrival)
-{
-    arrival.arrived = 0;
-    return arrival;
-}
 
 /// Runs the event loop until all events so far have been processed, marked by one last device.
 inline void settle(Testbed &testbed, PlugRecorder &recorder)
@@ -30,6 +23,6 @@ inline void settle(Testbed &testbed, PlugRecorder &recorder)
     const QString last = testbed.addUsbDevice({1, 2, "last", ""});
     testbed.addHidInterface(last, {1, 6, {}, {}});
     const Plug arrival = {1, 1, 2, 6, 1, "last"};
-    QTRY_VERIFY(!recorder.plugs.isEmpty() && recorder.plugs.last() == arrival);
+    AWAIT_VERIFY(!recorder.plugs.isEmpty() && recorder.plugs.last() == arrival);
     recorder.plugs.removeLast();
 }

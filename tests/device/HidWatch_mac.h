@@ -4,10 +4,11 @@
 #pragma once
 
 #include "tests/device/HidWatch.h"
-#include "tests/device/PlugRecorder.h"
 #include "tests/doubles/HidManagerDouble.h"
 
 #include <CoreFoundation/CoreFoundation.h>
+
+#include <QStringList>
 
 // Shared by the tests of the HID watch: a device, the expected reports, and the watch.
 
@@ -17,13 +18,6 @@ inline const Properties kTarget
     = {{"VendorID", 0x7F3C},        {"ProductID", 0x0C51}, {"DeviceUsage", 0x74},
        {"DeviceUsagePage", 0xFF31}, {"PrimaryUsage", 1},   {"PrimaryUsagePage", 2},
        {"Product", u"Device"}};
-inline const Plug kArrival = {1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
-
-inline Plug removal(Plug arrival)
-{
-    arrival.arrived = 0;
-    return arrival;
-}
 
 inline Properties named(const std::u16string &name)
 {
@@ -36,4 +30,14 @@ inline Properties named(const std::u16string &name)
 inline void turnRunLoop()
 {
     while (CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0, 1) == kCFRunLoopRunHandledSource) { }
+}
+
+/// All calls of the frameworks' and hidapi's doubles so far.
+inline QStringList calls()
+{
+    QStringList result;
+    for (const std::string &call : HidManagerDouble::calls()) {
+        result.append(QString::fromStdString(call));
+    }
+    return result;
 }

@@ -44,3 +44,11 @@ private:
     QTemporaryFile m_file;
     int m_original = -1;
 };
+
+/// What \a action prints to standard output.
+template <typename Action> QByteArray printedBy(const Action &action)
+{
+    StdoutCapture capture;
+    action();
+    return capture.text();
+}

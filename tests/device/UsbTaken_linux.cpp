@@ -5,6 +5,7 @@
 
 #include "device/UsbMonitor.h"
 #include "device/UsbMonitor_linux.h"
+#include "tests/device/Patience.h"
 
 #include <QtTest>
 
@@ -96,7 +97,7 @@ UsbMonitorThread::UsbMonitorThread(Testbed &testbed)
     });
     m_handle = handle.get_future().get();
     // Once the watch takes this attached device, it notices all later events.
-    QTRY_COMPARE(taken.paths().size(), 1);
+    AWAIT_COMPARE(taken.paths().size(), 1);
     taken.clear();
 }
 

@@ -26,15 +26,6 @@ HidapiDouble::Interface trigger(const std::string &path, bool opens = true)
 
 const HidapiDouble::Interface kKeyboard = {"keyboard", kVendor, kProduct, 1, 6};
 
-QStringList calls()
-{
-    QStringList result;
-    for (const std::string &call : HidManagerDouble::calls()) {
-        result.append(QString::fromStdString(call));
-    }
-    return result;
-}
-
 /// The expected calls for an interface that can be opened.
 QStringList reported(const QString &path)
 {

@@ -20,8 +20,8 @@ private slots:
     void comesBackAnotherOne();
     void propertiesAreRead_data();
     void propertiesAreRead();
-    void descriptorsMayHoldAnything_data();
-    void descriptorsMayHoldAnything();
+    void descriptorIsRead_data();
+    void descriptorIsRead();
     void descriptorIsMissing();
     void announcedOnceMore_data();
     void announcedOnceMore();
@@ -33,6 +33,7 @@ private slots:
 
 void tst_HidPlugHook_linux::cleanup()
 {
+    Patience::loseAfterFailure();
     stopHidPlugWatch();
     register_hid_plug_callback(nullptr, nullptr);
 }
@@ -67,9 +68,9 @@ void tst_HidPlugHook_linux::comesAndGoes()
     const Watch watch;
     const QString device = testbed.addUsbDevice(kTarget);
     testbed.addHidInterface(device, kTrigger);
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({kArrival}));
     testbed.removeUsbDevice(device);
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({kArrival, removal(kArrival)}));
     QVERIFY(recorder.wasCalledHere());
 }
 
@@ -119,10 +120,10 @@ void tst_HidPlugHook_linux::comesBackAnotherOne()
         const QString device = testbed.addUsbDevice({0x7F3C, 0x0C51, arrival.name, ""});
         testbed.addHidInterface(device, {arrival.usagePage, arrival.usage, {}, {}});
         expected.append(arrival);
-        QTRY_COMPARE(recorder.plugs, expected);
+        AWAIT_COMPARE(recorder.plugs, expected);
         testbed.removeUsbDevice(device);
         expected.append(removal(arrival));
-        QTRY_COMPARE(recorder.plugs, expected);
+        AWAIT_COMPARE(recorder.plugs, expected);
     }
 }
 
@@ -133,45 +134,31 @@ void tst_HidPlugHook_linux::propertiesAreRead_data()
     QTest::addColumn<QByteArray>("hidName");
     QTest::addColumn<Plug>("arrival");
     const QByteArray id = "0003:00007F3C:00000C51";
-    const auto named = [](const QString &name) {
-        Plug plug = kArrival;
-        plug.name = name;
-        return plug;
-    };
-    const auto identified = [](int vendorId, int productId) {
-        Plug plug = kArrival;
-        plug.vendorId = vendorId;
-        plug.productId = productId;
-        return plug;
-    };
     const QByteArray name = "Device";
+    const QByteArray other = "Other";
+    const auto named = [](const QString &reported) {
+        Plug plug = kArrival;
+        plug.name = reported;
+        return plug;
+    };
+    Plug unknown = kArrival;
+    unknown.vendorId = 0;
+    unknown.productId = 0;
     QTest::newRow("plain") << id << name << name << kArrival;
-    QTest::newRow("vendor above 16 bits")
-        << QByteArray("0003:00012345:00000C51") << name << name << identified(0x2345, 0x0C51);
-    QTest::newRow("product above 16 bits")
-        << QByteArray("0003:00007F3C:FFFF0001") << name << name << identified(0x7F3C, 1);
-    QTest::newRow("no ids") << QByteArray() << name << name << identified(0, 0);
-    QTest::newRow("ids are not numbers") << QByteArray("what?") << name << name << identified(0, 0);
-    QTest::newRow("product takes precedence over the HID name")
-        << id << name << QByteArray("Other") << kArrival;
-    QTest::newRow("HID name only") << id << QByteArray() << QByteArray("Other") << named("Other");
+    QTest::newRow("ids are no numbers") << QByteArray("what?") << name << name << unknown;
+    QTest::newRow("product goes before the HID name") << id << name << other << kArrival;
+    QTest::newRow("HID name only") << id << QByteArray() << other << named("Other");
     QTest::newRow("no name at all") << id << QByteArray() << QByteArray() << named("");
     QTest::newRow("keyboard behind a Bluetooth adapter")
         << QByteArray("0005:0000046D:0000B342") << QByteArray("Dongle") << QByteArray("Keyboard")
         << Plug{1, 0x046D, 0xB342, 0x74, 0xFF31, "Keyboard"};
-    QTest::newRow("bus with other digits")
-        << QByteArray("00030:00007F3C:00000C51") << QByteArray("Other") << name << kArrival;
-    QTest::newRow("unknown bus") << QByteArray() << QByteArray("Other") << name << identified(0, 0);
-    for (const int length : {1, 254, 255, 256, 10000}) {
-        QTest::addRow("product of %d characters", length)
-            << id << QByteArray(length, 'x') << name << named(QString(qMin(length, 255), 'x'));
-        QTest::addRow("HID name of %d characters", length)
-            << id << QByteArray() << QByteArray(length, 'x')
-            << named(QString(qMin(length, 255), 'x'));
-    }
-    QTest::newRow("pair at the limit") << id << QByteArray(254, 'x') + "\xF0\x9F\x94\x8C" << name
-                                       << named(QString(254, 'x') + '?');
-    QTest::newRow("invalid UTF-8") << id << QByteArray("a\xFF\x62") << name << named("a?b");
+    QTest::newRow("bus of other digits")
+        << QByteArray("00030:00007F3C:00000C51") << other << name << kArrival;
+    QTest::newRow("bus is unknown") << QByteArray() << other << name << unknown;
+    QTest::newRow("endless product")
+        << id << QByteArray(10000, 'x') << name << named(QString(255, 'x'));
+    QTest::newRow("endless HID name")
+        << id << QByteArray() << QByteArray(10000, 'x') << named(QString(255, 'x'));
 }
 
 void tst_HidPlugHook_linux::propertiesAreRead()
@@ -186,37 +173,35 @@ void tst_HidPlugHook_linux::propertiesAreRead()
     const QString device
         = testbed.addUsbDevice({0x7F3C, 0x0C51, "", "0001", {}, {{"product", product}}});
     testbed.addHidInterface(device, {0xFF31, 0x74, {}, {{"HID_ID", id}, {"HID_NAME", hidName}}});
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({arrival}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({arrival}));
     testbed.removeUsbDevice(device);
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({arrival, removal(arrival)}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({arrival, removal(arrival)}));
 }
 
-void tst_HidPlugHook_linux::descriptorsMayHoldAnything_data()
+void tst_HidPlugHook_linux::descriptorIsRead_data()
 {
     QTest::addColumn<QByteArray>("descriptor");
-    QTest::addColumn<int>("usagePage");
-    QTest::addColumn<int>("usage");
-    QTest::newRow("keyboard") << QByteArray::fromHex("05010906a101c0") << 1 << 6;
-    QTest::newRow("usage page zero") << QByteArray::fromHex("05000906a101c0") << 0 << 6;
-    QTest::newRow("one byte") << QByteArray(1, '\0') << 0 << 0;
-    QTest::newRow("cut off") << QByteArray::fromHex("05010906a2") << 0 << 0;
-    QTest::newRow("endless") << QByteArray::fromHex("a4").repeated(100000) << 0 << 0;
-    QTest::newRow("collection beyond the kernel's limit")
-        << QByteArray(4096, '\0') + QByteArray::fromHex("05010906a101c0") << 0 << 0;
+    QTest::addColumn<Plug>("arrival");
+    const QByteArray keyboard = QByteArray::fromHex("05010906a101c0");
+    const Plug read = {1, 0x7F3C, 0x0C51, 6, 1, "Device"};
+    const Plug unread = {1, 0x7F3C, 0x0C51, 0, 0, "Device"};
+    QTest::newRow("keyboard") << keyboard << read;
+    QTest::newRow("one byte") << QByteArray(1, '\0') << unread;
     QTest::newRow("collection just before the kernel's limit")
-        << QByteArray(4090, '\0') + QByteArray::fromHex("05010906a101c0") << 1 << 6;
+        << QByteArray(4090, '\0') + keyboard << read;
+    QTest::newRow("collection behind the kernel's limit")
+        << QByteArray(4096, '\0') + keyboard << unread;
 }
 
-void tst_HidPlugHook_linux::descriptorsMayHoldAnything()
+void tst_HidPlugHook_linux::descriptorIsRead()
 {
     QFETCH(const QByteArray, descriptor);
-    QFETCH(const int, usagePage);
-    QFETCH(const int, usage);
+    QFETCH(const Plug, arrival);
     Testbed testbed;
     PlugRecorder recorder;
     const Watch watch;
     testbed.addHidInterface(testbed.addUsbDevice(kTarget), {0, 0, descriptor, {}});
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({{1, 0x7F3C, 0x0C51, usage, usagePage, "Device"}}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({arrival}));
 }
 
 void tst_HidPlugHook_linux::descriptorIsMissing()
@@ -226,7 +211,7 @@ void tst_HidPlugHook_linux::descriptorIsMissing()
     const Watch watch;
     testbed.addHidInterface(testbed.addUsbDevice(kTarget),
                             {0xFF31, 0x74, {}, {}, {{"report_descriptor", {}}}});
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({{1, 0x7F3C, 0x0C51, 0, 0, "Device"}}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({{1, 0x7F3C, 0x0C51, 0, 0, "Device"}}));
 }
 
 void tst_HidPlugHook_linux::announcedOnceMore_data()
@@ -297,7 +282,7 @@ void tst_HidPlugHook_linux::nothingDuringStartUpdate()
     Plug second = kArrival;
     second.usagePage = 1;
     second.usage = 6;
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({kArrival, second}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({kArrival, second}));
 }
 
 void tst_HidPlugHook_linux::withoutCallback()
@@ -311,13 +296,13 @@ void tst_HidPlugHook_linux::withoutCallback()
         register_hid_plug_callback(nullptr, nullptr);
     };
     const Watch watch;
-    QTRY_COMPARE(recorder.plugs.size(), 1);
+    AWAIT_COMPARE(recorder.plugs.size(), 1);
     recorder.plugs.clear();
 
     // The second arrival was not reported, but the properties are known.
     register_hid_plug_callback(PlugRecorder::record, &recorder);
     testbed.removeUsbDevice(second);
-    QTRY_COMPARE(recorder.plugs, QList<Plug>({{0, 4, 4, 0x74, 0xFF31, "second"}}));
+    AWAIT_COMPARE(recorder.plugs, QList<Plug>({{0, 4, 4, 0x74, 0xFF31, "second"}}));
 }
 
 QTEST_GUILESS_MAIN(tst_HidPlugHook_linux)

@@ -10,15 +10,6 @@
 
 namespace {
 
-QStringList calls()
-{
-    QStringList result;
-    for (const std::string &call : HidManagerDouble::calls()) {
-        result.append(QString::fromStdString(call));
-    }
-    return result;
-}
-
 /// Arrivals as "1" and removals as "0", each with the name.
 QStringList reports(const PlugRecorder &recorder)
 {
@@ -46,15 +37,12 @@ private slots:
     void attachedBeforehand();
     void comesAndGoes();
     void noDeviceIsIgnored();
-    void callbackReplacesItself();
     void nothingDuringStartUpdate_data();
     void nothingDuringStartUpdate();
     void startUpdateWithoutEvents();
     void startUpdateFromTheCallback();
     void managerCannotBeMade();
-    void startedTwice();
     void fiftyStartsAndStops();
-    void stoppedReportsNothing();
 };
 
 void tst_HidPlugHook_mac::cleanup()
@@ -126,21 +114,6 @@ void tst_HidPlugHook_mac::noDeviceIsIgnored()
     QCOMPARE(calls(), kStart + QStringList({"matching handler", "removal handler"}));
     QCOMPARE(HidManagerDouble::reads().size(), std::size_t(0));
     QCOMPARE(recorder.plugs.size(), 0);
-}
-
-void tst_HidPlugHook_mac::callbackReplacesItself()
-{
-    const HidManagerDouble hid;
-    PlugRecorder second;
-    PlugRecorder first;
-    first.onPlug = [&second] {
-        register_hid_plug_callback(PlugRecorder::record, &second);
-    };
-    const Watch watch;
-    HidManagerDouble::detach(HidManagerDouble::attach(kTarget));
-    turnRunLoop();
-    QCOMPARE(first.plugs, QList<Plug>({kArrival}));
-    QCOMPARE(second.plugs, QList<Plug>({removal(kArrival)}));
 }
 
 void tst_HidPlugHook_mac::nothingDuringStartUpdate_data()
@@ -234,14 +207,6 @@ void tst_HidPlugHook_mac::managerCannotBeMade()
     QCOMPARE(doubleObjectCount(), objects);
 }
 
-void tst_HidPlugHook_mac::startedTwice()
-{
-    const HidManagerDouble hid;
-    const Watch watch;
-    startHidPlugWatch();
-    QCOMPARE(calls(), kStart);
-}
-
 void tst_HidPlugHook_mac::fiftyStartsAndStops()
 {
     const HidManagerDouble hid;
@@ -257,23 +222,6 @@ void tst_HidPlugHook_mac::fiftyStartsAndStops()
         QCOMPARE(doubleObjectCount(), objects);
         QCOMPARE(doubleSourceCount(), 0);
     }
-}
-
-void tst_HidPlugHook_mac::stoppedReportsNothing()
-{
-    const HidManagerDouble hid;
-    HidManagerDouble::attach(kTarget);
-    PlugRecorder recorder;
-    {
-        const Watch watch;
-    }
-    HidManagerDouble::attach(kTarget);
-    turnRunLoop();
-    QCOMPARE(recorder.plugs.size(), 0);
-    // The next object does not report the events of the previous one.
-    const Watch watch;
-    turnRunLoop();
-    QCOMPARE(recorder.plugs.size(), 2);
 }
 
 QTEST_GUILESS_MAIN(tst_HidPlugHook_mac)

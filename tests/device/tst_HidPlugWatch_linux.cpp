@@ -101,28 +101,16 @@ class tst_HidPlugWatch_linux : public QObject
 
 private slots:
     void cleanup();
-    void startedTwice();
     void fiftyStartsAndStops();
-    void stoppedReportsNothing();
     void endOfTheProcess_data();
     void endOfTheProcess();
 };
 
 void tst_HidPlugWatch_linux::cleanup()
 {
+    Patience::loseAfterFailure();
     stopHidPlugWatch();
     register_hid_plug_callback(nullptr, nullptr);
-}
-
-void tst_HidPlugWatch_linux::startedTwice()
-{
-    Testbed testbed;
-    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
-    PlugRecorder recorder;
-    const Watch watch;
-    startHidPlugWatch();
-    settle(testbed, recorder);
-    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
 }
 
 void tst_HidPlugWatch_linux::fiftyStartsAndStops()
@@ -141,23 +129,10 @@ void tst_HidPlugWatch_linux::fiftyStartsAndStops()
     for (int round = 0; round < 50; ++round) {
         const Watch watch;
         expected.append(kArrival);
-        QTRY_COMPARE(recorder.plugs, expected);
+        AWAIT_COMPARE(recorder.plugs, expected);
     }
     QCOMPARE(handles(), before);
     QCOMPARE(QCoreApplication::instance()->children().size(), children);
-}
-
-void tst_HidPlugWatch_linux::stoppedReportsNothing()
-{
-    Testbed testbed;
-    testbed.addHidInterface(testbed.addUsbDevice(kTarget), kTrigger);
-    PlugRecorder recorder;
-    {
-        const Watch watch; // destroyed before it could deliver reports
-    }
-    const Watch watch;
-    settle(testbed, recorder);
-    QCOMPARE(recorder.plugs, QList<Plug>({kArrival}));
 }
 
 void tst_HidPlugWatch_linux::endOfTheProcess_data()

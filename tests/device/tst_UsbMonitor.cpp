@@ -43,14 +43,8 @@ void tst_UsbMonitor::failureIsPrinted()
     QFETCH(const UsbFailure, failure);
     QFETCH(const quint32, status);
     QFETCH(const QByteArray, text);
-    QByteArray printed;
     int result = 0;
-    {
-        StdoutCapture capture;
-        result = printUsbFailure(failure, status);
-        printed = capture.text();
-    }
-    QCOMPARE(printed, text);
+    QCOMPARE(printedBy([&] { result = printUsbFailure(failure, status); }), text);
     QCOMPARE(result, text.size());
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "simulator/testbed/Testbed.h"
+#include "tests/device/Patience.h"
 #include "tests/device/StdoutCapture.h"
 #include "tests/device/UsbTaken_linux.h"
 
@@ -58,6 +59,7 @@ private slots:
 
 void tst_UsbMonitorEvents_linux::cleanup()
 {
+    Patience::loseAfterFailure();
     hideActions(false);
 }
 
@@ -66,11 +68,11 @@ void tst_UsbMonitorEvents_linux::devicesComeAndGo()
     Testbed testbed;
     UsbMonitorThread monitor(testbed);
     const QString first = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({first}));
+    AWAIT_COMPARE(taken.paths(), QStringList({first}));
     testbed.removeUsbDevice(first);
-    QTRY_COMPARE(taken.paths(), QStringList({first, first}));
+    AWAIT_COMPARE(taken.paths(), QStringList({first, first}));
     const QString second = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({first, first, second}));
+    AWAIT_COMPARE(taken.paths(), QStringList({first, first, second}));
     QVERIFY(!monitor.hasEnded());
     QCOMPARE(monitor.stop(), 0);
 }
@@ -85,7 +87,7 @@ void tst_UsbMonitorEvents_linux::otherKindsAreNotNoticed()
     testbed.addSerialPort(device, "/dev/cu.usbmodem14201");
     testbed.removeUsbDevice(device);
     const QString last = testbed.addUsbDevice(kTarget);
-    QTRY_VERIFY(taken.paths().contains(last));
+    AWAIT_VERIFY(taken.paths().contains(last));
     QCOMPARE(taken.paths().count(device), 2);
     QCOMPARE(taken.paths().size(), 3);
 }
@@ -101,11 +103,11 @@ void tst_UsbMonitorEvents_linux::thoseLeftFromTheStartComeFirst()
     const QString takenAtTheStart = left.takeFirst();
     // Removed devices do not queue behind attached ones.
     testbed.removeUsbDevice(takenAtTheStart);
-    QTRY_COMPARE(taken.paths(), QStringList(takenAtTheStart));
+    AWAIT_COMPARE(taken.paths(), QStringList(takenAtTheStart));
     for (int i = 0; i < left.size(); ++i) {
         testbed.addUsbDevice(kTarget);
     }
-    QTRY_COMPARE(taken.paths(), QStringList(takenAtTheStart) + left);
+    AWAIT_COMPARE(taken.paths(), QStringList(takenAtTheStart) + left);
 }
 
 void tst_UsbMonitorEvents_linux::eventWithoutAction()
@@ -114,10 +116,10 @@ void tst_UsbMonitorEvents_linux::eventWithoutAction()
     UsbMonitorThread monitor(testbed);
     hideActions(true);
     testbed.removeUsbDevice(testbed.addUsbDevice(kTarget));
-    QTRY_COMPARE(hiddenActionsAsked(), 4); // both monitors see both events
+    AWAIT_COMPARE(hiddenActionsAsked(), 4); // both monitors see both events
     hideActions(false);
     const QString device = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({device}));
+    AWAIT_COMPARE(taken.paths(), QStringList({device}));
     QCOMPARE(monitor.stop(), 0);
 }
 
@@ -129,10 +131,10 @@ void tst_UsbMonitorEvents_linux::signalsEndNothing()
     // Sends several, since the first may arrive before the watch is waiting.
     for (int count = 1; count <= 10; ++count) {
         QCOMPARE(pthread_kill(monitor.handle(), SIGUSR1), 0);
-        QTRY_VERIFY(signalsHandled == count || monitor.hasEnded());
+        AWAIT_VERIFY(signalsHandled == count || monitor.hasEnded());
     }
     const QString device = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({device}));
+    AWAIT_COMPARE(taken.paths(), QStringList({device}));
     QVERIFY(!monitor.hasEnded());
     QCOMPARE(monitor.stop(), 0);
 }
@@ -144,9 +146,9 @@ void tst_UsbMonitorEvents_linux::failureIsPrintedFromTheLoop()
     const UsbMonitorThread monitor(testbed);
     QCOMPARE(capture.text(), QByteArray());
     const QString nodeless = testbed.addUsbDevice({1, 1, "Nodeless", "", {{"DEVNAME", {}}}, {}});
-    QTRY_COMPARE(capture.text(), kNoInterface);
+    AWAIT_COMPARE(capture.text(), kNoInterface);
     testbed.removeUsbDevice(nodeless);
-    QTRY_COMPARE(capture.text(), kNoInterface + kNoInterface);
+    AWAIT_COMPARE(capture.text(), kNoInterface + kNoInterface);
 }
 
 QTEST_GUILESS_MAIN(tst_UsbMonitorEvents_linux)

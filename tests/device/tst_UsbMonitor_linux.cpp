@@ -5,6 +5,7 @@
 #include "device/UsbMonitor.h"
 #include "device/UsbMonitor_linux.h"
 #include "simulator/testbed/Testbed.h"
+#include "tests/device/Patience.h"
 #include "tests/device/StdoutCapture.h"
 #include "tests/device/UsbTaken_linux.h"
 
@@ -56,6 +57,7 @@ class tst_UsbMonitor_linux : public QObject
 
 private slots:
     void init();
+    void cleanup() { Patience::loseAfterFailure(); }
     void nothingToTake_data();
     void nothingToTake();
     void oneOfTheIteratorIsTaken_data();
@@ -183,7 +185,7 @@ void tst_UsbMonitor_linux::stoppedBeforehand()
     // The next watch waits for another stop.
     UsbMonitorThread next(testbed);
     const QString device = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({device}));
+    AWAIT_COMPARE(taken.paths(), QStringList({device}));
     QVERIFY(!next.hasEnded());
     QCOMPARE(next.stop(), 0);
 }
@@ -196,19 +198,19 @@ void tst_UsbMonitor_linux::oneStopEndsOne()
     for (auto &monitor : monitors) {
         monitor = std::async(std::launch::async, init_plug);
     }
-    QTRY_COMPARE(taken.paths().size(), 2);
+    AWAIT_COMPARE(taken.paths().size(), 2);
     const auto ended = [&monitors] {
         return std::count_if(monitors.begin(), monitors.end(), hasEnded);
     };
     stop_plug();
-    QTRY_COMPARE(ended(), 1);
+    AWAIT_COMPARE(ended(), 1);
     // The other watch still takes devices.
     taken.clear();
     const QString device = testbed.addUsbDevice(kTarget);
-    QTRY_COMPARE(taken.paths(), QStringList({device}));
+    AWAIT_COMPARE(taken.paths(), QStringList({device}));
     QCOMPARE(ended(), 1);
     stop_plug();
-    QTRY_COMPARE(ended(), 2);
+    AWAIT_COMPARE(ended(), 2);
 }
 
 void tst_UsbMonitor_linux::fiftyStartsAndStops()
