@@ -129,6 +129,19 @@ QRect ScreenUser::windowGeometry()
     return m_title.isEmpty() ? geometryByColour() : geometryByTitle();
 }
 
+QStringList ScreenUser::windowClass() const
+{
+    const Window window = findBelow(m_display, DefaultRootWindow(m_display), m_title);
+    XClassHint hint = {};
+    if (m_title.isEmpty() || window == 0 || XGetClassHint(m_display, window, &hint) == 0) {
+        return {};
+    }
+    const QStringList names = {hint.res_name, hint.res_class};
+    XFree(hint.res_name);
+    XFree(hint.res_class);
+    return names;
+}
+
 QImage ScreenUser::look()
 {
     const QRect area = windowGeometry();

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -43,6 +44,10 @@ public:
     /// The geometry of the window on the screen, in the screen's pixels; empty if it is not
     /// visible.
     QRect windowGeometry();
+
+    /// The window's instance name and class, by which an X desktop finds its icon; empty on a
+    /// Wayland desktop, whose windows have an application id instead.
+    QStringList windowClass() const;
 
     /// A screenshot of the window; null if it is not visible.
     QImage look();

@@ -31,6 +31,7 @@ class tst_Window : public QObject
 private slots:
     void opensAndCloses_data();
     void opensAndCloses();
+    void desktopFindsItsNameAndIcon();
     void upgrades();
     void isDraggedByItsBand_data();
     void isDraggedByItsBand();
@@ -64,6 +65,20 @@ void tst_Window::opensAndCloses()
     QCOMPARE(stage.program.exitCode(), 0);
     QTRY_VERIFY(!stage.user.seesWindow());
     QCOMPARE(stage.log(), QByteArray());
+}
+
+void tst_Window::desktopFindsItsNameAndIcon()
+{
+    Stage stage;
+    QProcessEnvironment environment = stage.program.environment();
+    environment.insert("WAYLAND_DEBUG", "1"); // writes what the program tells the compositor
+    stage.program.setEnvironment(environment);
+    QVERIFY(stage.open());
+    if (Stage::isOnWayland()) {
+        QVERIFY(stage.log().contains("set_app_id(\"" FW_UPDATE_APPLICATION_ID "\")"));
+    } else {
+        QCOMPARE(stage.user.windowClass(), QStringList({"fw-update", "fw-update"}));
+    }
 }
 
 void tst_Window::upgrades()
@@ -120,7 +135,7 @@ void tst_Window::isDraggedByItsBand()
     QCOMPARE(stage.drag(from, way, button, moves ? kSoon : kShortly), moves);
     stage.user.release(button);
     const QPoint after = moves ? before + way : before;
-    QCOMPARE(stage.position(), after);
+    QTRY_COMPARE(stage.position(), after);
 
     // The program has handled the drag by the time that it answers a click.
     stage.click(WindowLook::kUpgradeButton);
