@@ -38,6 +38,8 @@ private slots:
     void closesWhileFrozen();
     void clicksWhileFrozen_data();
     void clicksWhileFrozen();
+    void eventsDuringTheSearch_data();
+    void eventsDuringTheSearch();
 
 private:
     std::unique_ptr<UpgradeStage> m_stage;
@@ -203,6 +205,46 @@ void tst_UpgradeUser::clicksWhileFrozen()
     QCOMPARE(m_stage->slept, portComes ? 2UL : 2UL + 2UL * static_cast<unsigned long>(clicks));
     QCOMPARE(m_stage->outcome(), portComes ? Outcome::upgrading() : Outcome::notFound());
     QCOMPARE(m_stage->takeJournal().count("button off"), portComes ? 1 : 1 + clicks);
+}
+
+void tst_UpgradeUser::eventsDuringTheSearch_data()
+{
+    QTest::addColumn<Steps>("events");
+    QTest::addColumn<int>("bar");
+    QTest::addColumn<Outcome::Timer>("timer"); // of the first upgrade
+    QTest::addColumn<bool>("isVisible");
+
+    const auto clicksOn = [](MButton *(*button)(const QWidget &)) {
+        return Steps{[button](UpgradeStage &stage) {
+            stage.queueClick(button(*stage.window));
+        }};
+    };
+    QTest::newRow("none") << Steps() << 0 << Outcome::Running << true;
+    QTest::newRow("two ticks") << Steps{ticks(2)} << 10 << Outcome::Running << true;
+    QTest::newRow("click on the upgrade button")
+        << clicksOn(upgradeButton) << 0 << Outcome::Running << true;
+    QTest::newRow("click on the close button")
+        << clicksOn(closeButton) << 0 << Outcome::Stopped << false;
+}
+
+/// On macOS, the search for HID devices runs the event loop.
+void tst_UpgradeUser::eventsDuringTheSearch()
+{
+    QFETCH(Steps, events);
+    QFETCH(int, bar);
+    QFETCH(Outcome::Timer, timer);
+    QFETCH(bool, isVisible);
+
+    m_stage->addPort();
+    play(*m_stage, {kClick, complains("trouble"), kUnplug});
+    LibraryHooks::current.whileHidSearched = [&] {
+        play(*m_stage, events);
+        QCoreApplication::processEvents();
+    };
+    m_stage->click();
+    QCOMPARE(m_stage->outcome(), (Outcome{StatusText::kNotFound, true, bar, {timer}, 0}));
+    QCOMPARE(m_stage->slept, 2UL); // so there was one search
+    QCOMPARE(m_stage->window->isVisible(), isVisible);
 }
 
 QTEST_MAIN(tst_UpgradeUser)
