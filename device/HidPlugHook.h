@@ -25,6 +25,6 @@ using HidPlugCallback = void (*)(int arrived, int vendorId, int productId, int u
 /// The process has one callback. Devices are watched from the first DeviceComm::GetInst() on; those
 /// already attached by then are reported as arrivals. The caller keeps ownership of `context`.
 /// There is no lock: call this function on the GUI thread, or before DeviceComm exists. The
-/// callback may call it.
+/// callback may call it, and it may exit the process.
 void register_hid_plug_callback(HidPlugCallback callback, void *context);
 }

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "device/HidPlugHook.h"
-#include "device/HidPlugHook_p.h"
-#include "tests/device/PlugRecorder.h"
+#include "tests/device/HidWatch.h"
 
 #include <QtTest>
 
@@ -12,6 +11,7 @@
 namespace {
 
 int creations = 0;
+int deletions = 0;
 int wakes = 0;
 
 /// What a callback does besides recording, perhaps with another recorder.
@@ -20,6 +20,8 @@ using Deed = void (*)(PlugRecorder &recorder, PlugRecorder &other);
 class CountingWatch final : public HidPlugWatch
 {
 public:
+    ~CountingWatch() override { ++deletions; }
+
     void wake() override { ++wakes; }
 };
 
@@ -28,15 +30,6 @@ HidProperties named(const QString &name)
     HidProperties properties;
     properties.productName = hidProductName(name.toStdU16String());
     return properties;
-}
-
-QStringList namesOf(const QList<Plug> &plugs)
-{
-    QStringList names;
-    for (const Plug &plug : plugs) {
-        names.append(plug.name);
-    }
-    return names;
 }
 
 } // namespace
@@ -80,6 +73,7 @@ void tst_HidPlugHook::init()
     register_hid_plug_callback(nullptr, nullptr);
     stopHidPlugWatch();
     startHidPlugWatch();
+    deletions = 0;
     wakes = 0;
 }
 
@@ -92,7 +86,7 @@ void tst_HidPlugHook::properties_data()
     QTest::newRow("all missing") << HidProperties() << Plug{1};
     QTest::newRow("the target") << HidProperties{0x7F3C, 0x0C51, 0x74, 0xFF31,
                                                  hidProductName(u"Device")}
-                                << Plug{1, 0x7F3C, 0x0C51, 0x74, 0xFF31, "Device"};
+                                << kArrival;
     QTest::newRow("ids keep their low 16 bits")
         << HidProperties{0x12345, 0x7FFF0001, 0, 0, {}} << Plug{1, 0x2345, 1};
     QTest::newRow("negative ids") << HidProperties{-1, min, 0, 0, {}} << Plug{1, 0xFFFF, 0};
@@ -103,17 +97,13 @@ void tst_HidPlugHook::properties_data()
 void tst_HidPlugHook::properties()
 {
     QFETCH(const HidProperties, properties);
-    QFETCH(Plug, arrival);
+    QFETCH(const Plug, arrival);
     PlugRecorder recorder;
     queueHidPlug(true, properties);
     queueHidPlug(false, properties);
     QVERIFY(recorder.plugs.isEmpty());
     deliverHidPlugs();
-    Plug removal = arrival;
-    removal.arrived = 0;
-    QCOMPARE(recorder.plugs.size(), 2);
-    QCOMPARE(recorder.plugs.at(0), arrival);
-    QCOMPARE(recorder.plugs.at(1), removal);
+    QCOMPARE(recorder.plugs, QList<Plug>({arrival, removal(arrival)}));
 }
 
 void tst_HidPlugHook::name_data()
@@ -124,23 +114,22 @@ void tst_HidPlugHook::name_data()
         = [](const char *title, const std::u16string &name, const std::u32string &expected) {
               QTest::newRow(title) << name << expected;
           };
-    const auto times = [](std::size_t count) {
-        return std::u16string(count, u'x');
-    };
-    const std::u16string pair = u"\U0001F50C";
-    const std::u16string high = pair.substr(0, 1);
-    const std::u16string low = pair.substr(1);
+    using Text = std::u16string;
+    const Text pair = u"\U0001F50C";
+    const Text high = pair.substr(0, 1);
+    const Text low = pair.substr(1);
 
     row("empty", u"", U"");
-    row("255 characters", times(255), std::u32string(255, U'x'));
-    row("256 characters", times(256), std::u32string(255, U'x'));
+    row("255 characters", Text(255, u'x'), std::u32string(255, U'x'));
+    row("256 characters", Text(256, u'x'), std::u32string(255, U'x'));
     row("other scripts", u"\u00e4\u6f22\uffff", U"\u00e4\u6f22\uffff");
     row("pair", u"a" + pair + u"b", U"a\U0001F50Cb");
     row("first pair there is", u"\U00010000", U"\U00010000");
     row("last pair there is", u"\U0010FFFF", U"\U0010FFFF");
-    row("pair ends at the limit", times(253) + pair, std::u32string(253, U'x') + U"\U0001F50C");
-    row("pair goes through the limit", times(254) + pair, std::u32string(254, U'x') + U"?");
-    row("pair begins at the limit", times(255) + pair, std::u32string(255, U'x'));
+    row("pair ends at the limit", Text(253, u'x') + pair,
+        std::u32string(253, U'x') + U"\U0001F50C");
+    row("pair goes through the limit", Text(254, u'x') + pair, std::u32string(254, U'x') + U"?");
+    row("pair begins at the limit", Text(255, u'x') + pair, std::u32string(255, U'x'));
     row("300 pairs", QString::fromStdU16String(pair).repeated(300).toStdU16String(),
         std::u32string(127, U'\U0001F50C') + U"?");
     row("lone high surrogate", u"a" + high + u"b", U"a?b");
@@ -148,19 +137,17 @@ void tst_HidPlugHook::name_data()
     row("halves exchanged", low + high, U"??");
     row("high surrogate before a pair", high + pair, U"?\U0001F50C");
     row("high surrogate last", u"a" + high, U"a?");
-    row("lone surrogate at the limit", times(254) + high, std::u32string(254, U'x') + U"?");
+    row("lone surrogate at the limit", Text(254, u'x') + high, std::u32string(254, U'x') + U"?");
     row("zero inside", std::u16string(u"a\0b", 3), std::u32string(U"a\0b", 3));
 }
 
 void tst_HidPlugHook::name()
 {
     QFETCH(const std::u16string, name);
-    QFETCH(const std::u32string, expected);
+    QFETCH(std::u32string, expected);
+    expected.resize(kHidNameLength + 1);
     const HidProductName result = hidProductName(name);
-    QCOMPARE(std::u32string(result.begin(), result.begin() + static_cast<int>(expected.size())),
-             expected);
-    QVERIFY(std::all_of(result.begin() + static_cast<int>(expected.size()), result.end(),
-                        [](wchar_t character) { return character == L'\0'; }));
+    QCOMPARE(std::u32string(result.begin(), result.end()), expected);
 }
 
 void tst_HidPlugHook::withoutCallbackReportsAreUsedUp()
@@ -202,6 +189,12 @@ void tst_HidPlugHook::callbackDoesMore_data()
             QCOMPARE(recorder.plugs.size(), before);
         },
         all);
+    row("stops the watch",
+        [](PlugRecorder &, PlugRecorder &) {
+            stopHidPlugWatch();
+            QCOMPARE(deletions, 0); // its caller still uses it
+        },
+        {"one"});
     row(
         "queues one more",
         [](PlugRecorder &recorder, PlugRecorder &) {
@@ -240,7 +233,6 @@ void tst_HidPlugHook::pauseKeepsReports()
         queueHidPlug(true, named("meanwhile"));
         queueHidPlug(false, named("meanwhile, too"));
         deliverHidPlugs();
-        QCOMPARE(recorder.plugs.size(), 0);
     }
     QCOMPARE(recorder.plugs.size(), 0);
     queueHidPlug(true, named("after"));
@@ -273,10 +265,11 @@ void tst_HidPlugHook::pauseWakesOnlyForReports()
 void tst_HidPlugHook::pausesNest()
 {
     PlugRecorder recorder;
-    const auto outer = std::make_unique<HidPlugPause>();
-    auto inner = std::make_unique<HidPlugPause>();
-    queueHidPlug(true, {});
-    inner.reset();
+    const HidPlugPause outer;
+    {
+        const HidPlugPause inner;
+        queueHidPlug(true, {});
+    }
     deliverHidPlugs();
     QCOMPARE(recorder.plugs.size(), 0);
 }
@@ -286,6 +279,7 @@ void tst_HidPlugHook::stopDropsReports()
     PlugRecorder recorder;
     queueHidPlug(true, named("dropped"));
     stopHidPlugWatch();
+    QCOMPARE(deletions, 1);
     queueHidPlug(true, named("kept"));
     deliverHidPlugs();
     QCOMPARE(namesOf(recorder.plugs), QStringList({"kept"}));
