@@ -5,20 +5,14 @@
 #include "device/UsbMonitor_mac.h"
 #include "tests/device/Patience.h"
 #include "tests/device/StdoutCapture.h"
+#include "tests/device/UsbCalls_mac.h"
 #include "tests/doubles/CoreFoundationDouble.h"
-#include "tests/doubles/UsbDouble.h"
 
 #include <QtTest>
 
-#include <algorithm>
 #include <future>
 
 namespace {
-
-const std::string kPlugIn = "IOCreatePlugInInterfaceForService 9dc7b7809ec011d4a54f000a27052861 "
-                            "c244e858109c11d491d40050e4c6426f";
-
-using Calls = std::vector<std::string>;
 
 const Calls kFirstRegistration
     = {"IONotificationPortCreate 0", "IONotificationPortGetRunLoopSource",
@@ -27,8 +21,6 @@ const Calls kFirstRegistration
 const Calls kSecondRegistration
     = {"IOServiceMatching IOUSBDevice",
        "IOServiceAddMatchingNotification IOServiceTerminate IOUSBDevice null"};
-const Calls kOneTaken = {"IOIteratorNext", kPlugIn, "IOObjectRelease service", "Release"};
-const Calls kNoneTaken = {"IOIteratorNext"};
 const Calls kEnd = {"IOObjectRelease iterator of IOServiceFirstMatch",
                     "IOObjectRelease iterator of IOServiceTerminate"};
 const Calls kArrival = {"handler of IOServiceFirstMatch"};
@@ -37,23 +29,6 @@ Calls operator+(Calls first, const Calls &second)
 {
     first.insert(first.end(), second.begin(), second.end());
     return first;
-}
-
-QByteArray toText(const Calls &calls)
-{
-    QByteArray text;
-    for (const std::string &call : calls) {
-        text += QByteArray::fromStdString(call) + '\n';
-    }
-    return text;
-}
-
-/// How many of these attached devices are still in an iterator. The order is the kernel's.
-int notTaken(const std::vector<io_service_t> &services)
-{
-    return static_cast<int>(
-        std::count_if(services.begin(), services.end(),
-                      [](io_service_t service) { return UsbDouble::references(service) == 2; }));
 }
 
 /// Runs init_plug() in a separate thread. The constructor waits until its run loop is waiting.
@@ -119,13 +94,8 @@ private slots:
     void oneAttachedDeviceIsTaken();
     void arrivalIsNotifiedOnce();
     void removalIsNeverNotified();
-    void handlersTakeOne_data();
-    void handlersTakeOne();
-    void interfaceIsTheCallers();
     void registrationFails_data();
     void registrationFails();
-    void interfaceCannotBeMade();
-    void serviceCannotBeReleased();
     void fiftyStartsAndStops();
 };
 
@@ -245,46 +215,6 @@ void tst_UsbMonitor_mac::removalIsNeverNotified()
     QCOMPARE(UsbDouble::references(service), 0);
 }
 
-void tst_UsbMonitor_mac::handlersTakeOne_data()
-{
-    QTest::addColumn<bool>("arrival");
-    QTest::addColumn<int>("devices");
-    QTest::newRow("arrival of none") << true << 0;
-    QTest::newRow("arrival of one") << true << 1;
-    QTest::newRow("arrival of two") << true << 2;
-    QTest::newRow("removal of none") << false << 0;
-    QTest::newRow("removal of one") << false << 1;
-    QTest::newRow("removal of two") << false << 2;
-}
-
-void tst_UsbMonitor_mac::handlersTakeOne()
-{
-    QFETCH(const bool, arrival);
-    QFETCH(const int, devices);
-    const UsbDouble usb;
-    std::vector<io_service_t> services(static_cast<std::size_t>(devices));
-    std::generate(services.begin(), services.end(), UsbDouble::attach);
-    const io_iterator_t iterator = UsbDouble::makeIterator(services);
-    (arrival ? usbDeviceAdded : usbDeviceRemoved)(this, iterator);
-    QCOMPARE(toText(UsbDouble::calls()), toText(devices > 0 ? kOneTaken : kNoneTaken));
-    QCOMPARE(static_cast<int>(UsbDouble::devicesIn(iterator)), std::max(devices - 1, 0));
-    QCOMPARE(UsbDouble::plugInCount(), 0);
-    QCOMPARE(notTaken(services), qMax(0, devices - 1));
-}
-
-void tst_UsbMonitor_mac::interfaceIsTheCallers()
-{
-    const UsbDouble usb;
-    const io_service_t service = UsbDouble::attach();
-    IOCFPlugInInterface **const plugIn = getUSBDeviceInterface(UsbDouble::makeIterator({service}));
-    QVERIFY(plugIn != nullptr);
-    QCOMPARE(toText(UsbDouble::calls()),
-             toText({"IOIteratorNext", kPlugIn, "IOObjectRelease service"}));
-    QCOMPARE(UsbDouble::references(service), 2); // attached, and used by the interface
-    QCOMPARE((*plugIn)->Release(plugIn), 0U);
-    QCOMPARE(UsbDouble::references(service), 1);
-}
-
 void tst_UsbMonitor_mac::registrationFails_data()
 {
     QTest::addColumn<QByteArray>("type");
@@ -319,32 +249,6 @@ void tst_UsbMonitor_mac::registrationFails()
     QCOMPARE(doubleObjectCount(), objects + 1);
     QCOMPARE(UsbDouble::references(attached), second ? 2 : 1);
     QCOMPARE(doubleSourceCount(), 0);
-}
-
-void tst_UsbMonitor_mac::interfaceCannotBeMade()
-{
-    const UsbDouble usb;
-    const io_service_t service = UsbDouble::attach();
-    const io_iterator_t iterator = UsbDouble::makeIterator({service});
-    UsbDouble::failPlugIn(static_cast<kern_return_t>(0xE00002BE));
-    QCOMPARE(printedBy([iterator] { usbDeviceAdded(nullptr, iterator); }),
-             QByteArray("Unable to create a device interface: e00002be\n"));
-    QCOMPARE(toText(UsbDouble::calls()), toText({"IOIteratorNext", kPlugIn}));
-    QCOMPARE(UsbDouble::references(service), 2); // the iterator's reference is never released
-    QVERIFY(getUSBDeviceInterface(iterator) == nullptr);
-}
-
-void tst_UsbMonitor_mac::serviceCannotBeReleased()
-{
-    const UsbDouble usb;
-    const io_service_t service = UsbDouble::attach();
-    const io_iterator_t iterator = UsbDouble::makeIterator({service});
-    UsbDouble::failReleaseOfServices(0xF);
-    QCOMPARE(printedBy([iterator] { usbDeviceRemoved(nullptr, iterator); }),
-             QByteArray("Unable to release device object: 0000000f\n"));
-    QCOMPARE(toText(UsbDouble::calls()),
-             toText({"IOIteratorNext", kPlugIn, "IOObjectRelease service"}));
-    QCOMPARE(UsbDouble::plugInCount(), 1); // neither returned nor released
 }
 
 void tst_UsbMonitor_mac::fiftyStartsAndStops()

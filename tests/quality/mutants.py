@@ -24,8 +24,8 @@ SWAPS = {
 }
 
 
-# Statements whose order does not matter: they take effect after the handler has returned, or set one
-# property of a widget that is not visible yet.
+# Statements whose order does not matter: they take effect after the handler has returned, or set
+# one property of a widget that is not visible yet.
 INDEPENDENT = re.compile(r"^(?:update\(\)|show\(\)|setCursor\(|\w+->(?:set(?!Enabled)|show)\w*\()")
 ASSIGNMENT = re.compile(r"^[\w.]+ = ")
 
