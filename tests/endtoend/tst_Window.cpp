@@ -61,9 +61,9 @@ void tst_Window::opensAndCloses()
     QCOMPARE(stage.progress(), 0);
 
     stage.user.click(WindowLook::kCloseButton);
-    QTRY_VERIFY(!stage.program.isRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(!stage.program.isRunning(), kSoon);
     QCOMPARE(stage.program.exitCode(), 0);
-    QTRY_VERIFY(!stage.user.seesWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(!stage.user.seesWindow(), kSoon);
     QCOMPARE(stage.log(), QByteArray());
 }
 
@@ -93,13 +93,13 @@ void tst_Window::upgrades()
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kUpgrading), kSoon);
     QVERIFY(!stage.isUpgradeEnabled());
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kSuccess), kSoon);
-    QTRY_COMPARE(stage.progress(), 10000);
-    QTRY_VERIFY(stage.isUpgradeEnabled());
+    QTRY_COMPARE_WITH_TIMEOUT(stage.progress(), 10000, kSoon);
+    QTRY_VERIFY_WITH_TIMEOUT(stage.isUpgradeEnabled(), kSoon);
 
     QCOMPARE(stage.device.reports(),
              QList<QByteArray>{QByteArray("\xAA\xBB") + QByteArray(62, '\0')});
     QCOMPARE(stage.device.image(), stage.package.firmware);
-    QTRY_COMPARE(stage.device.state(), SimulatedDevice::State::Application);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.device.state(), SimulatedDevice::State::Application, kSoon);
 }
 
 void tst_Window::isDraggedByItsBand_data()
@@ -135,7 +135,7 @@ void tst_Window::isDraggedByItsBand()
     QCOMPARE(stage.drag(from, way, button, moves ? kSoon : kShortly), moves);
     stage.user.release(button);
     const QPoint after = moves ? before + way : before;
-    QTRY_COMPARE(stage.position(), after);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.position(), after, kSoon);
 
     // The program has handled the drag by the time that it answers a click.
     stage.click(WindowLook::kUpgradeButton);
@@ -155,16 +155,16 @@ void tst_Window::pointerWorksAfterADrag()
     QVERIFY(stage.drag(kPlace, there, Qt::LeftButton, kSoon));
     stage.user.release();
     stage.user.movePointer({310, 218});
-    QTRY_VERIFY(leftOfUpgradeButton(stage) != idle);
+    QTRY_VERIFY_WITH_TIMEOUT(leftOfUpgradeButton(stage) != idle, kSoon);
     stage.movePointerAside();
-    QTRY_COMPARE(leftOfUpgradeButton(stage), idle);
+    QTRY_COMPARE_WITH_TIMEOUT(leftOfUpgradeButton(stage), idle, kSoon);
 
     QVERIFY(stage.drag(kPlace, -there, Qt::LeftButton, kSoon));
     stage.user.release();
     QVERIFY(stage.drag(kPlace, there, Qt::LeftButton, kSoon));
     stage.user.release();
     stage.user.click(WindowLook::kCloseButton);
-    QTRY_VERIFY(!stage.program.isRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(!stage.program.isRunning(), kSoon);
 }
 
 void tst_Window::looksTheSameAsOnX()
@@ -186,7 +186,7 @@ void tst_Window::looksTheSameAsOnX()
 
     Stage stage;
     QVERIFY(stage.open());
-    QTRY_COMPARE(stage.user.look(), onX);
+    QTRY_COMPARE_WITH_TIMEOUT(stage.user.look(), onX, kSoon);
 }
 
 QTEST_MAIN(tst_Window)
