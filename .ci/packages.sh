@@ -12,7 +12,7 @@ build_packages=(
 # cannot be configured without them.
 simulator_packages=(
     umockdev libumockdev-dev libzip-dev zlib1g-dev libprotobuf-dev protobuf-compiler
-    libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
+    libssl-dev libx11-dev libxtst-dev xvfb fonts-dejavu-core qtbase5-private-dev)
 
 # Opens the program natively on a Wayland desktop.
 wayland_packages=(qtwayland5)

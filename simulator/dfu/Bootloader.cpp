@@ -4,19 +4,16 @@
 #include "simulator/dfu/Bootloader.h"
 
 #include "simulator/dfu/Checksum.h"
+#include "simulator/dfu/InitPacketCheck.h"
 #include "simulator/dfu/LittleEndian.h"
-
-#include <InitPacket.pb.h>
 
 #include <QCryptographicHash>
 
-#include <optional>
+#include <utility>
 
 using namespace Dfu;
 
 namespace {
-
-constexpr int kSha256Size = 32;
 
 QByteArray result(Result code)
 {
@@ -33,37 +30,11 @@ QByteArray extendedError(ExtendedResult code)
     return result(ExtendedError) + static_cast<char>(code);
 }
 
-bool isSane(const fwupdate::InitPacket &packet)
-{
-    return packet.has_hw_version() && packet.has_fw_version() && packet.has_type()
-        && packet.type() == fwupdate::InitPacket::APPLICATION && packet.app_size() > 0;
-}
-
-std::optional<ExtendedResult> objection(const fwupdate::InitPacket &packet,
-                                        quint32 installedVersion)
-{
-    if (!isSane(packet)) {
-        return InitPacketInvalid;
-    }
-    if (packet.hw_version() != Bootloader::kHardwareVersion) {
-        return WrongHardwareVersion;
-    }
-    if (packet.fw_version() < installedVersion && !packet.is_debug()) {
-        return FirmwareVersionTooLow;
-    }
-    if (packet.hash_type() != fwupdate::InitPacket::SHA256 || packet.hash().size() != kSha256Size) {
-        return WrongHashType;
-    }
-    if (packet.app_size() > quint32(Bootloader::kMaxImageSize)) {
-        return InsufficientSpace;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
-Bootloader::Bootloader()
-    : m_slip(kMaxWriteSize + 1)
+Bootloader::Bootloader(BootloaderSettings settings)
+    : m_settings(std::move(settings))
+    , m_slip(kMaxWriteSize + 1)
 { }
 
 QByteArray Bootloader::receive(const QByteArray &bytes)
@@ -242,20 +213,17 @@ QByteArray Bootloader::execute()
 
 QByteArray Bootloader::executeCommand()
 {
-    fwupdate::InitPacket packet;
-    if (!packet.ParseFromArray(m_command.bytes.constData(), m_command.bytes.size())) {
+    const auto verdict = InitPacketCheck::check(m_command.bytes, m_settings, kMaxImageSize);
+    if (verdict.result != Success) {
         forgetTransfers();
-        return result(InvalidObject);
-    }
-    if (const auto error = objection(packet, m_installedVersion)) {
-        forgetTransfers();
-        return extendedError(*error);
+        return verdict.result == ExtendedError ? extendedError(verdict.reason)
+                                               : result(verdict.result);
     }
     m_command.executedSize = m_command.objectEnd;
     m_initPacket = m_command.bytes;
-    m_expectedSize = static_cast<int>(packet.app_size());
-    m_expectedHash = QByteArray::fromStdString(packet.hash());
-    m_firmwareVersion = packet.fw_version();
+    m_expectedSize = verdict.imageSize;
+    m_expectedHash = verdict.imageHash;
+    m_firmwareVersion = verdict.firmwareVersion;
     return result(Success);
 }
 
@@ -268,13 +236,17 @@ QByteArray Bootloader::executeData()
 
 QByteArray Bootloader::finish()
 {
+    if (m_hashFails) {
+        forgetTransfers();
+        return extendedError(HashFailed);
+    }
     if (QCryptographicHash::hash(m_data.bytes, QCryptographicHash::Sha256) != m_expectedHash) {
         forgetTransfers();
         return extendedError(VerificationFailed);
     }
     m_finished = true;
     m_image = m_data.bytes;
-    m_installedVersion = m_firmwareVersion;
+    m_settings.firmwareVersion = m_firmwareVersion;
     forgetTransfers();
     return result(Success);
 }

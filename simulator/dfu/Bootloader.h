@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "simulator/dfu/BootloaderSettings.h"
 #include "simulator/dfu/Dfu.h"
 #include "simulator/dfu/Slip.h"
 
@@ -21,9 +22,8 @@ public:
     static constexpr int kMaxWriteSize = 1024;
     /// Each byte and the opcode may need an escape. The end mark is one more byte.
     static constexpr int kMtu = 2 * (kMaxWriteSize + 1) + 1;
-    static constexpr quint32 kHardwareVersion = 52;
 
-    Bootloader();
+    explicit Bootloader(BootloaderSettings settings = {});
 
     /// Takes the next raw \a bytes from the host, in chunks of any size, and returns the raw bytes
     /// of the response.
@@ -50,6 +50,9 @@ public:
 
     /// Sets whether all reported checksums are wrong.
     void setWrongCrc(bool wrong) { m_wrongCrc = wrong; }
+
+    /// Sets whether the hash of a received image cannot be calculated.
+    void setHashFails(bool fails) { m_hashFails = fails; }
 
 private:
     /// All objects of one type, joined.
@@ -79,6 +82,7 @@ private:
     Transfer &current() { return m_type == Dfu::CommandObject ? m_command : m_data; }
     const Transfer &current() const { return m_type == Dfu::CommandObject ? m_command : m_data; }
 
+    BootloaderSettings m_settings;
     Slip m_slip;
     Transfer m_command;
     Transfer m_data;
@@ -91,6 +95,6 @@ private:
     int m_expectedSize = 0; ///< the size of the image in the accepted init packet
     QByteArray m_expectedHash;
     quint32 m_firmwareVersion = 0; ///< the version in the accepted init packet
-    quint32 m_installedVersion = 0;
     bool m_wrongCrc = false;
+    bool m_hashFails = false;
 };

@@ -40,11 +40,17 @@ enum Result : quint8 {
 };
 
 enum ExtendedResult : quint8 {
-    InitPacketInvalid = 0x04,
+    WrongCommandFormat = 0x02,
+    UnknownCommand = 0x03,
+    InitCommandInvalid = 0x04,
     FirmwareVersionTooLow = 0x05,
     WrongHardwareVersion = 0x06,
+    WrongSoftDevice = 0x07,
+    SignatureMissing = 0x08,
     WrongHashType = 0x09,
-    VerificationFailed = 0x0C,
+    HashFailed = 0x0A, ///< the hash cannot be calculated
+    WrongSignatureType = 0x0B,
+    VerificationFailed = 0x0C, ///< of the signature or the image's hash
     InsufficientSpace = 0x0D
 };
 

@@ -38,16 +38,28 @@ QString requestText(quint8 opcode)
 QString extendedResultText(quint8 result)
 {
     switch (result) {
-    case Dfu::InitPacketInvalid:
-        return "the init packet is invalid";
+    case Dfu::WrongCommandFormat:
+        return "the init packet contains no single command";
+    case Dfu::UnknownCommand:
+        return "the command in the init packet is unknown";
+    case Dfu::InitCommandInvalid:
+        return "the init packet does not describe an application";
     case Dfu::FirmwareVersionTooLow:
         return "the firmware version is too low";
     case Dfu::WrongHardwareVersion:
         return "the firmware is for other hardware";
+    case Dfu::WrongSoftDevice:
+        return "the firmware needs another SoftDevice";
+    case Dfu::SignatureMissing:
+        return "the package is not signed";
     case Dfu::WrongHashType:
         return "the type of the hash is wrong";
+    case Dfu::HashFailed:
+        return "the hash cannot be calculated";
+    case Dfu::WrongSignatureType:
+        return "the type of the signature is wrong";
     case Dfu::VerificationFailed:
-        return "the firmware does not match its hash";
+        return "the signature or the firmware's hash is wrong";
     case Dfu::InsufficientSpace:
         return "the firmware is too large";
     default:

@@ -3,8 +3,6 @@
 
 #include "simulator/dfu/DfuPackage.h"
 
-#include "simulator/dfu/Bootloader.h"
-
 #include <InitPacket.pb.h>
 
 #include <QCryptographicHash>
@@ -15,6 +13,7 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <random>
@@ -65,6 +64,19 @@ DfuPackage::Error readEntry(zip_t *zip, const QByteArray &name, DfuPackage::Erro
     return DfuPackage::Error::None;
 }
 
+DfuPackage::Error otherImage(const QJsonObject &images)
+{
+    if (images.contains("softdevice_bootloader")
+        || (images.contains("softdevice") && images.contains("bootloader"))) {
+        return DfuPackage::Error::HasSoftDeviceAndBootloader;
+    }
+    if (images.contains("softdevice")) {
+        return DfuPackage::Error::HasSoftDevice;
+    }
+    return images.contains("bootloader") ? DfuPackage::Error::HasBootloader
+                                         : DfuPackage::Error::None;
+}
+
 DfuPackage::Error readFiles(zip_t *zip, DfuPackage *package)
 {
     using Error = DfuPackage::Error;
@@ -73,8 +85,11 @@ DfuPackage::Error readFiles(zip_t *zip, DfuPackage *package)
         error != Error::None) {
         return error;
     }
-    const QJsonObject manifest = QJsonDocument::fromJson(json).object();
-    const QJsonObject application = manifest["manifest"].toObject()["application"].toObject();
+    const QJsonObject images = QJsonDocument::fromJson(json).object()["manifest"].toObject();
+    if (const Error error = otherImage(images); error != Error::None) {
+        return error;
+    }
+    const QJsonObject application = images["application"].toObject();
     if (application.isEmpty()) {
         return Error::BadManifest;
     }
@@ -115,27 +130,38 @@ QByteArray manifestJson()
 
 } // namespace
 
-DfuPackage DfuPackage::forFirmware(const QByteArray &firmware)
+DfuPackage DfuPackage::forFirmware(const QByteArray &firmware, const BootloaderSettings &device)
 {
-    fwupdate::InitPacket packet;
-    packet.set_hw_version(Bootloader::kHardwareVersion);
-    packet.set_fw_version(1);
-    packet.set_type(fwupdate::InitPacket::APPLICATION);
-    packet.set_app_size(static_cast<quint32>(firmware.size()));
-    packet.set_hash_type(fwupdate::InitPacket::SHA256);
-    packet.set_hash(QCryptographicHash::hash(firmware, QCryptographicHash::Sha256).toStdString());
-    packet.set_is_debug(false);
+    QByteArray hash = QCryptographicHash::hash(firmware, QCryptographicHash::Sha256);
+    std::reverse(hash.begin(), hash.end());
+
+    fwupdate::Command command;
+    command.set_op_code(fwupdate::INIT);
+    fwupdate::InitCommand &init = *command.mutable_init();
+    init.set_firmware_version(std::max(1U, device.firmwareVersion));
+    init.set_hardware_version(device.hardwareVersion);
+    init.add_required_softdevices(device.softDeviceId);
+    init.set_type(fwupdate::APPLICATION);
+    init.set_softdevice_size(0);
+    init.set_bootloader_size(0);
+    init.set_application_size(static_cast<quint32>(firmware.size()));
+    init.mutable_hash()->set_type(fwupdate::SHA256);
+    init.mutable_hash()->set_hash(hash.toStdString());
+    init.set_is_debug(false);
+
+    fwupdate::Packet packet;
+    packet.set_command(command.SerializeAsString());
     return {QByteArray::fromStdString(packet.SerializeAsString()), firmware};
 }
 
-DfuPackage DfuPackage::generate(int size, quint32 seed)
+DfuPackage DfuPackage::generate(int size, quint32 seed, const BootloaderSettings &device)
 {
     std::mt19937 generator(seed);
     QByteArray firmware(size, '\0');
     for (char &byte : firmware) {
         byte = static_cast<char>(generator());
     }
-    return forFirmware(firmware);
+    return forFirmware(firmware, device);
 }
 
 DfuPackage::Error DfuPackage::read(const QString &path)
@@ -186,6 +212,13 @@ QString DfuPackage::errorText(Error error)
         return "the archive has no manifest.json";
     case Error::BadManifest:
         return "manifest.json does not describe an application";
+    case Error::HasSoftDevice:
+        return "the package contains a SoftDevice, but the device accepts only an application";
+    case Error::HasBootloader:
+        return "the package contains a bootloader, but the device accepts only an application";
+    case Error::HasSoftDeviceAndBootloader:
+        return "the package contains a SoftDevice and a bootloader, but the device accepts only "
+               "an application";
     case Error::NoInitPacket:
         return "the archive lacks the init packet that its manifest names";
     case Error::NoFirmware:

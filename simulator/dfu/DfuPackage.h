@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "simulator/dfu/BootloaderSettings.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -15,6 +17,9 @@ struct DfuPackage
         NotAZip,
         NoManifest,
         BadManifest, ///< not JSON, or without an application
+        HasSoftDevice, ///< the simulated device accepts only an application
+        HasBootloader,
+        HasSoftDeviceAndBootloader,
         NoInitPacket, ///< the init packet in the manifest is not in the ZIP file
         NoFirmware,
         Damaged, ///< a file in it cannot be unpacked or is too large
@@ -24,11 +29,12 @@ struct DfuPackage
     QByteArray initPacket;
     QByteArray firmware;
 
-    /// A package with \a firmware for the simulated device.
-    static DfuPackage forFirmware(const QByteArray &firmware);
+    /// An unsigned package with \a firmware that \a device accepts.
+    static DfuPackage forFirmware(const QByteArray &firmware,
+                                  const BootloaderSettings &device = {});
 
     /// The same for \a size pseudo-random bytes, which depend on the \a seed only.
-    static DfuPackage generate(int size, quint32 seed = 1);
+    static DfuPackage generate(int size, quint32 seed = 1, const BootloaderSettings &device = {});
 
     /// Reads the package from the file at \a path. Changes nothing on failure.
     Error read(const QString &path);

@@ -10,7 +10,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzBytes input(data, size);
-    Bootloader bootloader;
+    static const Bootloader fresh = BootloaderHost::bootloader();
+    Bootloader bootloader = fresh;
     while (!input.isEmpty()) {
         BootloaderHost::sendNext(bootloader, input);
         const bool fits = bootloader.imageBytesReceived() <= Bootloader::kMaxImageSize

@@ -37,6 +37,8 @@ private slots:
     void noticesThatThePortIsClosed();
     void refusesStrangeAnswers_data();
     void refusesStrangeAnswers();
+    void explainsAnExtendedError_data();
+    void explainsAnExtendedError();
     void refusesAFileThatIsNoTerminal();
     void refusesAnEmptyPackage_data();
     void refusesAnEmptyPackage();
@@ -217,7 +219,8 @@ void tst_DfuClient::reportsTheDevicesRefusal_data()
         << QByteArray(513, 'x') << image << "The init packet is too large for the device";
     QTest::newRow("firmware that does not match its hash")
         << initPacket << QByteArray(5000, 'x')
-        << "The device refused to execute the object: the firmware does not match its hash";
+        << "The device refused to execute the object: the signature or the firmware's hash is "
+           "wrong";
     QTest::newRow("more firmware than announced")
         << initPacket << image + "x"
         << "The device refused to create an object: not permitted";
@@ -379,7 +382,7 @@ void tst_DfuClient::refusesStrangeAnswers_data()
     row("a select answer that is too short", Dfu::SelectObject, success + "x",
         "The device sent a malformed answer when asked to select an object");
     row("a checksum of nothing", Dfu::CalculateChecksum, success + QByteArray(8, '\0'),
-        "The device received 0 of 47 bytes");
+        "The device received 0 of 62 bytes");
     row("a write refused", Dfu::WriteObject, "\x0A",
         "The device refused to take data: operation failed");
     row("a write answered without cause", Dfu::WriteObject, success,
@@ -398,6 +401,44 @@ void tst_DfuClient::refusesStrangeAnswers()
     client.setTimeout(1000);
     QVERIFY(!client.flash(package.initPacket, package.firmware));
     QCOMPARE(client.errorString(), error);
+}
+
+void tst_DfuClient::explainsAnExtendedError_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("text");
+
+    const auto row = [](int code, const char *text) {
+        QTest::addRow("%02x", code) << code << QString(text);
+    };
+    row(0x01, "extended error 1");
+    row(0x02, "the init packet contains no single command");
+    row(0x03, "the command in the init packet is unknown");
+    row(0x04, "the init packet does not describe an application");
+    row(0x05, "the firmware version is too low");
+    row(0x06, "the firmware is for other hardware");
+    row(0x07, "the firmware needs another SoftDevice");
+    row(0x08, "the package is not signed");
+    row(0x09, "the type of the hash is wrong");
+    row(0x0A, "the hash cannot be calculated");
+    row(0x0B, "the type of the signature is wrong");
+    row(0x0C, "the signature or the firmware's hash is wrong");
+    row(0x0D, "the firmware is too large");
+    row(0x0E, "extended error 14");
+}
+
+void tst_DfuClient::explainsAnExtendedError()
+{
+    QFETCH(const int, code);
+    QFETCH(const QString, text);
+    Bootloader bootloader;
+    PtyDevice device(
+        answering(Dfu::Execute, QByteArray("\x0B") + static_cast<char>(code), bootloader));
+    DfuClient client(device.fd());
+
+    QVERIFY(!client.flash(DfuPackage::forFirmware("image").initPacket, "image"));
+
+    QCOMPARE(client.errorString(), "The device refused to execute the object: " + text);
 }
 
 void tst_DfuClient::refusesAFileThatIsNoTerminal()

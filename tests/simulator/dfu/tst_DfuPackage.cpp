@@ -3,11 +3,11 @@
 
 #include "simulator/dfu/DfuPackage.h"
 
-#include "simulator/dfu/Bootloader.h"
+#include "tests/support/DfuRequests.h"
+#include "tests/support/GoldenPackages.h"
+#include "tests/support/ProtocolFields.h"
+#include "tests/support/ZipFile.h"
 
-#include <InitPacket.pb.h>
-
-#include <QCryptographicHash>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -24,6 +24,8 @@ class tst_DfuPackage : public QObject
 
 private slots:
     void describesTheFirmware();
+    void suitsTheDevice_data();
+    void suitsTheDevice();
     void readsWhatItWrote();
     void writesTheSameBytesTwice();
     void replacesAFile();
@@ -60,35 +62,42 @@ void writeFile(const QString &path, const QByteArray &bytes)
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
-void writeZip(const QString &path, const Entries &entries)
-{
-    zip_t *zip = zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
-    QVERIFY(zip != nullptr);
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        zip_source_t *source = zip_source_buffer(zip, entry->constData(),
-                                                 static_cast<zip_uint64_t>(entry->size()), 0);
-        QVERIFY(zip_file_add(zip, entry.key().toUtf8().constData(), source, 0) >= 0);
-    }
-    QCOMPARE(zip_close(zip), 0);
-}
-
 } // namespace
 
 void tst_DfuPackage::describesTheFirmware()
 {
-    const QByteArray firmware = QByteArray("firmware").repeated(100);
-    const DfuPackage package = DfuPackage::forFirmware(firmware);
-    fwupdate::InitPacket packet;
-    QVERIFY(packet.ParseFromString(package.initPacket.toStdString()));
-    QCOMPARE(packet.hw_version(), Bootloader::kHardwareVersion);
-    QCOMPARE(packet.fw_version(), 1U);
-    QCOMPARE(packet.type(), fwupdate::InitPacket::APPLICATION);
-    QCOMPARE(packet.app_size(), 800U);
-    QCOMPARE(packet.hash_type(), fwupdate::InitPacket::SHA256);
-    QCOMPARE(QByteArray::fromStdString(packet.hash()),
-             QCryptographicHash::hash(firmware, QCryptographicHash::Sha256));
-    QVERIFY(!packet.is_debug());
-    QCOMPARE(package.firmware, firmware);
+    BootloaderSettings device;
+    device.firmwareVersion = 3;
+    GoldenPackages::Fields init = GoldenPackages::initFields();
+    init[3] = ProtocolFields::packed(3, {0});
+
+    const DfuPackage package = DfuPackage::forFirmware(GoldenPackages::image(), device);
+
+    QCOMPARE(package.initPacket.toHex(), GoldenPackages::unsignedPacket(init).toHex());
+    QCOMPARE(package.firmware, GoldenPackages::image());
+}
+
+void tst_DfuPackage::suitsTheDevice_data()
+{
+    QTest::addColumn<quint32>("hardware");
+    QTest::addColumn<quint32>("firmware");
+    QTest::addColumn<quint32>("softDevice");
+
+    QTest::newRow("a new device") << 52U << 0U << 0U;
+    QTest::newRow("with the largest numbers") << 0xFFFFFFFFU << 0xFFFFFFFFU << 0xFFFFFFFFU;
+}
+
+void tst_DfuPackage::suitsTheDevice()
+{
+    QFETCH(const quint32, hardware);
+    QFETCH(const quint32, firmware);
+    QFETCH(const quint32, softDevice);
+    const BootloaderSettings device = {hardware, firmware, softDevice, {}, false};
+    Bootloader bootloader(device);
+
+    DfuRequests::flash(bootloader, DfuPackage::forFirmware("image", device));
+
+    QCOMPARE(bootloader.image(), QByteArray("image"));
 }
 
 void tst_DfuPackage::readsWhatItWrote()
@@ -127,8 +136,9 @@ void tst_DfuPackage::replacesAFile()
 
 void tst_DfuPackage::readsAnyFileNames()
 {
-    writeZip(path("names.zip"),
-             {{"manifest.json", kManifest}, {"a.bin", "image"}, {"a.dat", "init"}, {"b", "more"}});
+    QVERIFY(ZipFile::write(
+        path("names.zip"),
+        {{"manifest.json", kManifest}, {"a.bin", "image"}, {"a.dat", "init"}, {"b", "more"}}));
     DfuPackage package;
     QCOMPARE(package.read(path("names.zip")), Error::None);
     QCOMPARE(package.firmware, QByteArray("image"));
@@ -151,6 +161,19 @@ void tst_DfuPackage::refuses_data()
     row("a manifest without an application", R"({"manifest": {}})", Error::BadManifest);
     row("an application that is no object", R"({"manifest": {"application": 1}})",
         Error::BadManifest);
+    const QByteArray application = R"("application": {"bin_file": "a.bin", "dat_file": "a.dat"})";
+    const auto withImages = [&application](const QByteArray &images) {
+        return R"({"manifest": {)" + images + application + "}}";
+    };
+    row("a SoftDevice", R"({"manifest": {"softdevice": {}}})", Error::HasSoftDevice);
+    row("a bootloader", R"({"manifest": {"bootloader": {}}})", Error::HasBootloader);
+    row("both in one image", R"({"manifest": {"softdevice_bootloader": {}}})",
+        Error::HasSoftDeviceAndBootloader);
+    row("a SoftDevice besides", withImages(R"("softdevice": {}, )"), Error::HasSoftDevice);
+    row("a bootloader besides", withImages(R"("bootloader": {}, )"), Error::HasBootloader);
+    row("both besides", withImages(R"("bootloader": {}, "softdevice": {}, )"),
+        Error::HasSoftDeviceAndBootloader);
+    row("an image of an unknown kind besides", withImages(R"("cable": {}, )"), Error::None);
     row("an init packet that is not named",
         R"({"manifest": {"application": {"bin_file": "a.bin"}}})", Error::NoInitPacket);
     row("firmware that is not named", R"({"manifest": {"application": {"dat_file": "a.dat"}}})",
@@ -166,7 +189,7 @@ void tst_DfuPackage::refuses()
 {
     QFETCH(Entries, entries);
     QFETCH(DfuPackage::Error, error);
-    writeZip(path("refused.zip"), entries);
+    QVERIFY(ZipFile::write(path("refused.zip"), entries));
     DfuPackage package{"init", "image"};
     QCOMPARE(package.read(path("refused.zip")), error);
     QCOMPARE(package.initPacket, QByteArray(error == Error::None ? "x" : "init"));
@@ -189,7 +212,7 @@ void tst_DfuPackage::refusesADamagedFile()
     const DfuPackage good = DfuPackage::forFirmware("firmware");
     QCOMPARE(good.write(path("damaged.zip")), Error::None);
     QByteArray bytes = contents(path("damaged.zip"));
-    const int begin = bytes.indexOf(good.initPacket);
+    const auto begin = bytes.indexOf(good.initPacket);
     QVERIFY(begin > 0);
     bytes[begin] = static_cast<char>(bytes.at(begin) ^ 1);
     writeFile(path("damaged.zip"), bytes);
@@ -203,11 +226,11 @@ void tst_DfuPackage::refusesAFileThatUnpacksTooLarge()
 {
     const QByteArray zeros(16 * 1024 * 1024, '\0');
     Entries entries{{"manifest.json", kManifest}, {"a.bin", zeros}, {"a.dat", "x"}};
-    writeZip(path("large.zip"), entries);
+    QVERIFY(ZipFile::write(path("large.zip"), entries));
     DfuPackage package;
     QCOMPARE(package.read(path("large.zip")), Error::None);
     entries["a.bin"] = zeros + '\0';
-    writeZip(path("large.zip"), entries);
+    QVERIFY(ZipFile::write(path("large.zip"), entries));
     QCOMPARE(package.read(path("large.zip")), Error::Damaged);
 }
 

@@ -5,6 +5,7 @@
 #include "simulator/dfu/DfuPackage.h"
 #include "tests/support/PacketProcess.h"
 #include "tests/support/PtyDevice.h"
+#include "tests/support/ZipFile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -69,6 +70,17 @@ QByteArray joined(const Chunks &chunks)
         all += chunk;
     }
     return all;
+}
+
+/// A package that consists of a manifest only.
+QByteArray zipped(const QByteArray &manifest)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("package.zip"));
+    return ZipFile::write(file.fileName(), {{"manifest.json", manifest}})
+            && file.open(QIODevice::ReadOnly)
+        ? file.readAll()
+        : QByteArray();
 }
 
 const Chunks kSuccess{"\n", "Device programmed.\n"};
@@ -180,10 +192,15 @@ void tst_StandInTool::failsWithATraceback_data()
 
     QTest::newRow("a package that is not a ZIP file")
         << QByteArray("text") << true << false << QByteArray("the file is not a zip archive");
+    QTest::newRow("a bootloader")
+        << zipped(R"({"manifest": {"bootloader": {"bin_file": "a", "dat_file": "b"}}})") << true
+        << false
+        << QByteArray(
+               "the package contains a bootloader, but the device accepts only an application");
     QTest::newRow("no such port") << QByteArray() << false << false
                                   << QByteArray("No such file or directory");
     QTest::newRow("a wrong CRC") << QByteArray() << true << true
-                                 << QByteArray("a wrong CRC after 48 bytes");
+                                 << QByteArray("a wrong CRC after 63 bytes");
 }
 
 void tst_StandInTool::failsWithATraceback()
