@@ -138,6 +138,7 @@ void tst_HidPlugHook::name_data()
     row("high surrogate before a pair", high + pair, U"?\U0001F50C");
     row("high surrogate last", u"a" + high, U"a?");
     row("lone surrogate at the limit", Text(254, u'x') + high, std::u32string(254, U'x') + U"?");
+    row("next to the surrogates", u"\ud7ff\ue000", U"\ud7ff\ue000");
     row("zero inside", std::u16string(u"a\0b", 3), std::u32string(U"a\0b", 3));
 }
 

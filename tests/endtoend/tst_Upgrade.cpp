@@ -59,16 +59,12 @@ private slots:
 
 void tst_Upgrade::fromTheBootloader()
 {
-    constexpr int kLessThanTheWait = 1900;
     Stage stage(unhurried());
     stage.device.startInBootloader();
     QVERIFY(stage.open());
 
-    QElapsedTimer sinceClick;
-    sinceClick.start();
     stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kUpgrading, kSoon);
-    QVERIFY(sinceClick.elapsed() < kLessThanTheWait);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
 
     QVERIFY(stage.device.reports().isEmpty());

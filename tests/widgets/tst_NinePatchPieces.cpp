@@ -44,8 +44,8 @@ private slots:
     void scalesWhateverTheShape();
     void scalesUpToHalfAGigabyte_data();
     void scalesUpToHalfAGigabyte();
-    void twoNegativeSidesCutTheWholePicture_data();
-    void twoNegativeSidesCutTheWholePicture();
+    void emptyPieceIsTheWholePicture_data();
+    void emptyPieceIsTheWholePicture();
     void paintsNothing_data();
     void paintsNothing();
 };
@@ -190,24 +190,30 @@ void tst_NinePatchPieces::scalesUpToHalfAGigabyte()
     QCOMPARE(!pieces.scalePixmap(redPicture(), size).isNull(), scales);
 }
 
-void tst_NinePatchPieces::twoNegativeSidesCutTheWholePicture_data()
+void tst_NinePatchPieces::emptyPieceIsTheWholePicture_data()
 {
-    QTest::addColumn<int>("border");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
     QTest::addColumn<int>("piece");
 
     QTest::newRow("negative borders, a corner")
-        << -(1 << 15) << int(NinePatchPainterPrivate::TopLeft);
-    QTest::newRow("wide borders, the centre") << (1 << 15) << int(NinePatchPainterPrivate::Centre);
+        << -(1 << 15) << -(1 << 15) << int(NinePatchPainterPrivate::TopLeft);
+    QTest::newRow("wide borders, the centre")
+        << (1 << 15) << (1 << 15) << int(NinePatchPainterPrivate::Centre);
+    QTest::newRow("a wide and a negative border, a corner")
+        << (1 << 27) << -1 << int(NinePatchPainterPrivate::TopLeft);
+    QTest::newRow("a negative and a wide border, a corner")
+        << -1 << (1 << 27) << int(NinePatchPainterPrivate::TopLeft);
 }
 
-/// Such a piece is as empty as any other of negative size, although the product of its sides is
-/// large.
-void tst_NinePatchPieces::twoNegativeSidesCutTheWholePicture()
+/// Such a piece is as empty as any other of negative size, however large its sides are.
+void tst_NinePatchPieces::emptyPieceIsTheWholePicture()
 {
-    QFETCH(int, border);
+    QFETCH(int, width);
+    QFETCH(int, height);
     QFETCH(int, piece);
 
-    const NinePatchPainterPrivate pieces(redPicture(), border, border, border, border, true, true);
+    const NinePatchPainterPrivate pieces(redPicture(), width, height, width, height, true, true);
     QCOMPARE(pieces.m_pieces.at(static_cast<std::size_t>(piece)).size(), kSource);
 }
 
