@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Every link in the documents has a target, and the manual of the kit has a section on each class.
+# Every link in the documents has a target, the manual of the kit has a section on each class, and
+# README.md installs the same packages as the scripts.
 cmake_minimum_required(VERSION 3.25)
 
 file(GLOB documents ${ROOT}/*.md ${ROOT}/docs/*.md)
@@ -22,5 +23,17 @@ foreach(header IN LISTS headers)
     cmake_path(GET header STEM class)
     if(text MATCHES "Q_OBJECT" AND NOT manual MATCHES "\n## ${class}\n")
         message(SEND_ERROR "docs/widgets.md: no section on ${class}")
+    endif()
+endforeach()
+
+file(READ ${ROOT}/README.md readme)
+file(READ ${ROOT}/.ci/packages.sh lists)
+foreach(list IN ITEMS build_packages homebrew_packages)
+    string(REGEX MATCH "\n${list}=\\(([^)]*)\\)" found "${lists}")
+    string(REGEX REPLACE "[ \n]+" " " packages "${CMAKE_MATCH_1}")
+    string(STRIP "${packages}" packages)
+    string(FIND "${readme}" " install ${packages}\n" place)
+    if(packages STREQUAL "" OR place EQUAL -1)
+        message(SEND_ERROR "README.md does not install ${list}: ${packages}")
     endif()
 endforeach()
