@@ -40,8 +40,8 @@ machine_packages=(qemu-system-x86 busybox-static udev systemd)
 
 # Builds and checks the packages.
 packaging_packages=(
-    appstream clang desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin lintian lld
-    llvm procps python3 strace udev xdotool)
+    appstream blhc clang debhelper desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin
+    lintian lld llvm procps python3 strace udev xdotool)
 
 homebrew_packages=(cmake ninja pkg-config qt@5 hidapi)
 
