@@ -1,8 +1,15 @@
 # SPDX-License-Identifier: MIT
-# Installs the kit, moves what was installed, and builds and runs a project against it.
-# Needs BUILD, WORK, GENERATOR, COMPILER, BUILD_TYPE, SANITIZE and VERSION.
+# Installs a library, moves what was installed, and builds and runs a project against it, with CMake
+# and with pkg-config.
+# Needs BUILD, SOURCES, WORK, LIBRARY, PACKAGE, PRINTED, GENERATOR, COMPILER, BUILD_TYPE, SANITIZE and
+# VERSION.
 set(installed "${WORK}/installed")
 set(moved "${WORK}/moved")
+set(project "${CMAKE_CURRENT_LIST_DIR}/${LIBRARY}")
+set(flags "")
+if(SANITIZE)
+    set(flags -fsanitize=address,undefined)
+endif()
 
 # run(OUTPUT COMMAND ...): runs a command that must succeed.
 function(run output)
@@ -21,14 +28,10 @@ function(expect what seen wanted)
     endif()
 endfunction()
 
-# configure(CODE VERSION): configures the project, asking for a version of the kit.
+# configure(CODE VERSION): configures the project, asking for a version of the library.
 function(configure code version)
-    set(flags "")
-    if(SANITIZE)
-        set(flags -fsanitize=address,undefined)
-    endif()
     execute_process(
-        COMMAND ${CMAKE_COMMAND} --fresh -S "${CMAKE_CURRENT_LIST_DIR}" -B "${WORK}/build"
+        COMMAND ${CMAKE_COMMAND} --fresh -S "${project}" -B "${WORK}/build"
             -G "${GENERATOR}" "-DCMAKE_CXX_COMPILER=${COMPILER}"
             "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}" "-DCMAKE_CXX_FLAGS=${flags}"
             "-DCMAKE_PREFIX_PATH=${moved}" "-DWANTED_VERSION=${version}"
@@ -39,20 +42,21 @@ endfunction()
 
 file(REMOVE_RECURSE "${WORK}")
 run(ignored ${CMAKE_COMMAND} --install "${BUILD}" --config "${BUILD_TYPE}"
-    --prefix "${installed}" --component widgets)
+    --prefix "${installed}" --component ${LIBRARY})
 file(RENAME "${installed}" "${moved}")
 
-# The headers of the kit and no others, the library and its package.
+# The public headers and no others, the library and its packages.
 file(GLOB_RECURSE files RELATIVE "${moved}" "${moved}/*")
 set(names "${files}")
 list(TRANSFORM names REPLACE "^.*/(.*)$" "\\1")
-list(FILTER names EXCLUDE REGEX "\\.h$|^FwUpdateWidgets(Config|Targets).*\\.cmake$")
-expect("files besides headers and package" "${names}" libFwUpdateWidgets.a)
-file(GLOB in_tree RELATIVE "${CMAKE_CURRENT_LIST_DIR}/../../../widgets"
-    "${CMAKE_CURRENT_LIST_DIR}/../../../widgets/*.h")
-list(FILTER in_tree EXCLUDE REGEX "_p\\.h$")
-file(GLOB headers RELATIVE "${moved}/include/FwUpdateWidgets/widgets"
-    "${moved}/include/FwUpdateWidgets/widgets/*")
+list(FILTER names EXCLUDE REGEX "\\.h$|^${PACKAGE}(Config|Targets).*\\.cmake$")
+list(SORT names)
+expect("files besides headers and CMake package" "${names}"
+    "fwupdate-${LIBRARY}.pc;lib${PACKAGE}.a")
+file(GLOB in_tree RELATIVE "${SOURCES}/${LIBRARY}" "${SOURCES}/${LIBRARY}/*.h")
+list(FILTER in_tree EXCLUDE REGEX "_(p|mac)\\.h$")
+file(GLOB headers RELATIVE "${moved}/include/${PACKAGE}/${LIBRARY}"
+    "${moved}/include/${PACKAGE}/${LIBRARY}/*")
 expect("headers" "${headers}" "${in_tree}")
 
 # Another major version may differ in anything, an older minor one may not.
@@ -76,15 +80,15 @@ run(ignored ${CMAKE_COMMAND} --build "${WORK}/build" --config "${BUILD_TYPE}")
 find_program(stranger stranger PATHS "${WORK}/build" "${WORK}/build/${BUILD_TYPE}"
     NO_DEFAULT_PATH REQUIRED)
 run(printed "${stranger}")
-expect("what the project's program prints" "${printed}"
-"ColorButton
-CustomProgressBar
-FuncButton
-IconButton
-ImageButton
-MButton
-ProfileButton
-SwitchButton
-tabButton
-#2e3032
-")
+expect("what the program built with CMake prints" "${printed}" "${PRINTED}")
+
+file(GLOB_RECURSE module "${moved}/*.pc")
+cmake_path(GET module PARENT_PATH modules)
+find_program(pkg_config NAMES pkg-config pkgconf REQUIRED)
+run(options ${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${modules}:$ENV{PKG_CONFIG_PATH}"
+    "${pkg_config}" --cflags --libs fwupdate-${LIBRARY})
+separate_arguments(options UNIX_COMMAND "${options}")
+run(ignored "${COMPILER}" -std=c++17 -fPIC ${flags} "${project}/main.cpp"
+    -o "${WORK}/with-pkg-config" ${options})
+run(printed "${WORK}/with-pkg-config")
+expect("what the program built with pkg-config prints" "${printed}" "${PRINTED}")

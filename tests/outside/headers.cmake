@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: MIT
+# check_headers(TARGET): each header of the library TARGET compiles on its own.
+function(check_headers target)
+    get_target_property(folder ${target} INTERFACE_INCLUDE_DIRECTORIES)
+    set(sources "")
+    foreach(directory IN LISTS folder)
+        file(GLOB_RECURSE headers RELATIVE "${directory}" "${directory}/*.h")
+        foreach(header IN LISTS headers)
+            string(REPLACE "/" "_" name "${header}")
+            file(CONFIGURE OUTPUT "${name}.cpp" CONTENT "#include \"${header}\"\n")
+            list(APPEND sources "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
+        endforeach()
+    endforeach()
+    add_library(headers OBJECT ${sources})
+    target_link_libraries(headers PRIVATE ${target})
+endfunction()
