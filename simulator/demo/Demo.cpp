@@ -107,7 +107,8 @@ Demo::Demo(const QString &folder, const QString &fault)
     m_isValid = fault.isEmpty() || fault == "no-device" || fault == "no-package"
         || DeviceBehaviour().addFault(fault);
     m_program.setLog(folder + "/log");
-    QObject::connect(&m_device, &SimulatedDevice::happened, &Demo::say);
+    QObject::connect(&m_device, &SimulatedDevice::happened,
+                     [](const DeviceEvent &event) { say(event.text); });
 }
 
 QString Demo::help()

@@ -47,6 +47,10 @@ const QList<Fault> &faults()
          [](DeviceBehaviour &behaviour, int) {
              behaviour.wrongCrc = true;
          }},
+        {"no-hash", -1, "the bootloader cannot calculate the hash of the image",
+         [](DeviceBehaviour &behaviour, int) {
+             behaviour.hashFails = true;
+         }},
         {"slow", 60, "the bootloader takes VALUE milliseconds for each response",
          [](DeviceBehaviour &behaviour, int value) {
              behaviour.answerDelay = value;

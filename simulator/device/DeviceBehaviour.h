@@ -18,6 +18,7 @@ public:
     bool writeFails = false; ///< Writing to its HID interfaces fails.
     qint64 dropOutAfter = -1; ///< Pulls the cable after this number of bytes; never if -1.
     bool wrongCrc = false; ///< The bootloader reports wrong checksums.
+    bool hashFails = false; ///< The bootloader cannot calculate the hash of an image.
     int answerDelay = 0; ///< The bootloader's delay before each response, in milliseconds.
     bool silent = false; ///< The bootloader never responds.
 

@@ -18,13 +18,18 @@ struct DeviceIdentity
     int usagePage = 0xFF31; ///< The usage page of the second HID interface.
     int usage = 0x74;
 
-    static constexpr int kReportSize = 64;
+    QByteArray enterBootloader = "\xAA\xBB"; ///< The report that makes it leave begins like this.
+    int reportSize = 64; ///< The size of that report, including its id.
 
-    QByteArray reportDescriptor() const { return HidDescriptor::output(usagePage, usage); }
+    QByteArray reportDescriptor() const
+    {
+        return HidDescriptor::output(usagePage, usage, static_cast<uchar>(enterBootloader.at(0)),
+                                     reportSize - 1);
+    }
 
     /// Whether \a report asks the device to restart into its bootloader.
-    static bool isEnterBootloader(const QByteArray &report)
+    bool isEnterBootloader(const QByteArray &report) const
     {
-        return report.size() == kReportSize && report.startsWith("\xAA\xBB");
+        return report.size() == reportSize && report.startsWith(enterBootloader);
     }
 };

@@ -4,6 +4,7 @@
 #include "simulator/device/SimulatedDevice.h"
 
 #include "simulator/dfu/Checksum.h"
+#include "simulator/dfu/ResultText.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
@@ -20,30 +21,48 @@ QString shortened(const QByteArray &report)
 
 } // namespace
 
-SimulatedDevice::SimulatedDevice(Testbed &testbed, const DeviceBehaviour &behaviour,
+SimulatedDevice::SimulatedDevice(Testbed &testbed, const DeviceDescription &description,
                                  QObject *parent)
     : QObject(parent)
     , m_testbed(testbed)
-    , m_behaviour(behaviour)
+    , m_start(description.start)
+    , m_behaviour(description.behaviour)
+    , m_identity(description.identity)
+    , m_bootloader(description.bootloader)
     , m_returnTimer(new QTimer(this))
     , m_restartTimer(new QTimer(this))
 {
     constexpr int kLookAgainAfter = 10;
-    m_bootloader.setWrongCrc(behaviour.wrongCrc);
+    m_bootloader.setWrongCrc(m_behaviour.wrongCrc);
+    m_bootloader.setHashFails(m_behaviour.hashFails);
     m_returnTimer->setSingleShot(true);
     m_returnTimer->setTimerType(Qt::PreciseTimer);
     m_restartTimer->setInterval(kLookAgainAfter);
     connect(m_returnTimer, &QTimer::timeout, this, &SimulatedDevice::comeBack);
     connect(m_restartTimer, &QTimer::timeout, this, &SimulatedDevice::restartWhenHeard);
-    testbed.setReportHandler([this](const QString &node, const QByteArray &bytes) {
+    testbed.setReportHandler([this](const Testbed::Report &report) {
         QMetaObject::invokeMethod(
-            this, [this, node, bytes] { takeReport(node, bytes); }, Qt::QueuedConnection);
+            this, [this, report] { takeReport(report); }, Qt::QueuedConnection);
     });
 }
+
+SimulatedDevice::SimulatedDevice(Testbed &testbed, const DeviceBehaviour &behaviour,
+                                 QObject *parent)
+    : SimulatedDevice(testbed, DeviceDescription{behaviour}, parent)
+{ }
 
 SimulatedDevice::~SimulatedDevice()
 {
     m_testbed.setReportHandler({});
+}
+
+void SimulatedDevice::start()
+{
+    if (m_start == DeviceDescription::Start::Application) {
+        startInApplication();
+    } else if (m_start == DeviceDescription::Start::Bootloader) {
+        startInBootloader();
+    }
 }
 
 void SimulatedDevice::startInApplication()
@@ -59,7 +78,7 @@ void SimulatedDevice::startInApplication()
         m_testbed.setWriteFails(node, m_behaviour.writeFails);
     }
     m_state = State::Application;
-    emit happened("the device runs its application");
+    tell("application", "the device runs its application");
 }
 
 void SimulatedDevice::startInBootloader()
@@ -70,7 +89,7 @@ void SimulatedDevice::startInBootloader()
     m_toldBytes = 0;
     for (const QString &port : m_behaviour.ports) {
         m_testbed.addSerialPort(m_usbPath, port);
-        emit happened("port appeared: " + port);
+        tell("port", "port appeared: " + port, {{"port", port}});
     }
     m_portNotifier = std::make_unique<QSocketNotifier>(
         m_testbed.portDescriptor(m_behaviour.ports.first()), QSocketNotifier::Read);
@@ -88,16 +107,24 @@ bool SimulatedDevice::isRestarting() const
     return m_returnTimer->isActive() || m_restartTimer->isActive();
 }
 
-void SimulatedDevice::takeReport(const QString &node, const QByteArray &bytes)
+void SimulatedDevice::takeReport(const Testbed::Report &report)
 {
+    const QByteArray &bytes = report.bytes;
+    const QJsonObject details{{"node", report.node}, {"bytes", QString(bytes.toHex())}};
+    const QString size = QString("%1 bytes, %2").arg(bytes.size()).arg(shortened(bytes));
+    if (report.failed) {
+        m_failedReports.append(bytes);
+        tell("report-failed", "a report could not be written: " + size, details);
+        return;
+    }
     m_reports.append(bytes);
-    emit happened(QString("report received: %1 bytes, %2").arg(bytes.size()).arg(shortened(bytes)));
-    if (m_state != State::Application || node != m_triggerNode
-        || !DeviceIdentity::isEnterBootloader(bytes)) {
+    tell("report", "report received: " + size, details);
+    if (m_state != State::Application || report.node != m_triggerNode
+        || !m_identity.isEnterBootloader(bytes)) {
         return;
     }
     leave();
-    emit happened("the device restarts into its bootloader");
+    tell("bootloader-restart", "the device restarts into its bootloader");
     m_next = State::Bootloader;
     if (m_behaviour.returns) {
         m_returnTimer->start(m_behaviour.returnAfter);
@@ -139,7 +166,7 @@ void SimulatedDevice::restartWhenHeard()
     }
     m_restartTimer->stop();
     leave();
-    emit happened("the device restarts into its application");
+    tell("application-restart", "the device restarts into its application");
     m_next = State::Application;
     m_returnTimer->start(qMin(m_behaviour.returnAfter, 1000));
 }
@@ -162,10 +189,12 @@ void SimulatedDevice::answer(const QByteArray &bytes)
     const QByteArray answer = m_bootloader.receive(bytes);
     const qint64 received = m_bootloader.imageBytesReceived();
     tellProgress();
+    tellRefusal();
     if (m_behaviour.dropOutAfter >= 0 && received >= m_behaviour.dropOutAfter) {
         // Deferred, since it deletes the notifier that called this function.
         QTimer::singleShot(0, m_portNotifier.get(), [this, received] {
-            emit happened(QString("the cable was pulled after %1 bytes").arg(received));
+            tell("cable-pulled", QString("the cable was pulled after %1 bytes").arg(received),
+                 {{"bytes", received}});
             unplug();
         });
         return;
@@ -173,11 +202,13 @@ void SimulatedDevice::answer(const QByteArray &bytes)
     const int port = m_testbed.portDescriptor(m_behaviour.ports.first());
     if (::write(port, answer.constData(), static_cast<std::size_t>(answer.size()))
         != answer.size()) {
-        emit happened("a response was lost, since no program reads the port");
+        tell("response-lost", "a response was lost, since no program reads the port");
     }
     if (m_bootloader.isFinished() && !wasFinished) {
         m_image = m_bootloader.image();
-        emit happened("image flashed: SHA-256 " + Checksum::sha256(m_image));
+        const QString hash = Checksum::sha256(m_image);
+        tell("image", "image flashed: SHA-256 " + hash,
+             {{"bytes", m_image.size()}, {"sha256", hash}});
         m_restartTimer->start();
     }
 }
@@ -189,6 +220,25 @@ void SimulatedDevice::tellProgress()
     const bool isNews = received >= m_toldBytes + kTellEach || m_bootloader.isFinished();
     if (isNews && received != m_toldBytes) {
         m_toldBytes = received;
-        emit happened(QString("bytes flashed: %1").arg(received));
+        tell("progress", QString("bytes flashed: %1").arg(received), {{"bytes", received}});
     }
+}
+
+void SimulatedDevice::tellRefusal()
+{
+    const QByteArray result = m_bootloader.refusal();
+    const QString refusal = result.isEmpty() ? QString() : Dfu::resultText(result);
+    if (refusal == m_refusal) {
+        return;
+    }
+    m_refusal = refusal;
+    if (!refusal.isEmpty()) {
+        tell("refused", "package refused: " + refusal,
+             {{"code", QString(result.toHex())}, {"reason", refusal}});
+    }
+}
+
+void SimulatedDevice::tell(const QString &name, const QString &text, const QJsonObject &details)
+{
+    emit happened({name, text, details});
 }

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "simulator/device/DeviceBehaviour.h"
-#include "simulator/device/DeviceIdentity.h"
+#include "simulator/device/DeviceDescription.h"
+#include "simulator/device/DeviceEvent.h"
 #include "simulator/dfu/Bootloader.h"
 #include "simulator/testbed/Testbed.h"
 
@@ -17,9 +17,9 @@ class QTimer;
 
 /// The device that the program upgrades, simulated in a testbed.
 ///
-/// Its application has a keyboard interface and one with the vendor's usage. On the report 0xAA
-/// 0xBB the device disconnects and returns after a while as a serial port of its bootloader. Once
-/// it has received a whole image, it restarts into its application.
+/// Its application has a keyboard interface and one with the vendor's usage. On a certain report to
+/// the latter, the device disconnects and returns after a while as a serial port of its bootloader.
+/// Once it has received a whole image, it restarts into its application.
 ///
 /// Needs a running event loop. The device and its testbed belong to that loop's thread.
 class SimulatedDevice : public QObject
@@ -31,8 +31,13 @@ public:
     enum class State { Absent, Application, Bootloader };
 
     /// \a testbed is not owned and must outlive the device. The device is not plugged in yet.
+    SimulatedDevice(Testbed &testbed, const DeviceDescription &description,
+                    QObject *parent = nullptr);
     SimulatedDevice(Testbed &testbed, const DeviceBehaviour &behaviour, QObject *parent = nullptr);
     ~SimulatedDevice() override;
+
+    /// Plugs it in as its description says.
+    void start();
 
     /// Plugs it in, running its application or its bootloader.
     void startInApplication();
@@ -49,25 +54,33 @@ public:
     /// All reports that its HID interfaces have received, in order.
     QList<QByteArray> reports() const { return m_reports; }
 
+    /// All reports that programs could not write, in order.
+    QList<QByteArray> failedReports() const { return m_failedReports; }
+
     /// The last image that it has accepted; empty if there is none.
     QByteArray image() const { return m_image; }
 
+    /// Why its bootloader refused a package, in a few words; empty if it did not.
+    QString refusal() const { return m_refusal; }
+
 signals:
-    /// Emitted for each event, with a short description.
-    void happened(const QString &event);
+    void happened(const DeviceEvent &event);
 
 private slots:
-    void takeReport(const QString &node, const QByteArray &bytes);
     void comeBack();
     void readPort();
     void restartWhenHeard();
 
 private:
+    void takeReport(const Testbed::Report &report);
     void leave();
     void answer(const QByteArray &bytes);
     void tellProgress();
+    void tellRefusal();
+    void tell(const QString &name, const QString &text, const QJsonObject &details = {});
 
     Testbed &m_testbed;
+    const DeviceDescription::Start m_start;
     const DeviceBehaviour m_behaviour;
     const DeviceIdentity m_identity;
     State m_state = State::Absent;
@@ -75,8 +88,10 @@ private:
     QString m_usbPath;
     QString m_triggerNode;
     QList<QByteArray> m_reports;
+    QList<QByteArray> m_failedReports;
     Bootloader m_bootloader;
     QByteArray m_image;
+    QString m_refusal;
     qint64 m_toldBytes = 0;
     std::unique_ptr<QSocketNotifier> m_portNotifier;
     QTimer *const m_returnTimer;

@@ -1,13 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/device/DeviceSettings.h"
 #include "simulator/device/SimulatedDevice.h"
 #include "simulator/device/TerminationWatch.h"
 #include "simulator/testbed/InsideProgram.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -15,21 +18,49 @@ namespace {
 
 constexpr int kUsageError = 2;
 
-[[noreturn]] void fail(const QString &message)
+void complain(const QString &message)
 {
     QTextStream(stderr) << "fw-simulate: " << message << '\n';
+}
+
+[[noreturn]] void fail(const QString &message)
+{
+    complain(message);
     std::exit(kUsageError);
 }
 
-void say(const QString &line)
+/// Where the events of the device are written.
+class EventLog
 {
-    QTextStream(stdout) << line << '\n';
-}
+public:
+    /// Writes to standard output if \a path is empty.
+    EventLog(const QString &path, bool asJson)
+        : m_file(path)
+        , m_asJson(asJson)
+    {
+        const bool isOpen = path.isEmpty() ? m_file.open(stdout, QIODevice::WriteOnly)
+                                           : m_file.open(QIODevice::WriteOnly);
+        if (!isOpen) {
+            fail(path + ": " + m_file.errorString());
+        }
+    }
+
+    void write(const DeviceEvent &event)
+    {
+        m_file.write((m_asJson ? event.toJson() : event.text.toUtf8()) + '\n');
+        m_file.flush();
+    }
+
+private:
+    QFile m_file;
+    const bool m_asJson;
+};
 
 struct Options
 {
-    DeviceBehaviour behaviour;
-    QString start;
+    DeviceDescription device;
+    QString events;
+    bool asJson = false;
     QStringList program;
 };
 
@@ -37,40 +68,24 @@ Options parse(const QCoreApplication &application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        "Starts a program with simulated devices, including the device that FW Update upgrades.\n"
-        "Prints a line for each event of the device. Exits with the program's exit status, once\n"
-        "the program and all its child processes have exited.\n\nFaults:\n"
+        "Starts a program with simulated devices, including one with firmware that can be\n"
+        "updated. Prints a line for each event of the device. Exits with the program's exit\n"
+        "status, once the program and all its child processes have exited.\n\nFaults:\n"
         + DeviceBehaviour::help().trimmed().prepend("  "));
     parser.addHelpOption();
+    parser.addVersionOption();
     parser.addPositionalArgument("program", "The program and its arguments.", "-- PROGRAM …");
-    parser.addOptions(
-        {{"fault", "Simulates a fault. Can be repeated.", "NAME[=VALUE]"},
-         {"start", "The initial state of the device: application, bootloader or absent.", "STATE",
-          "application"},
-         {"port", "The node of the bootloader's serial port.", "NODE"},
-         {"return-after", "The duration of the restart into the bootloader.", "MS"}});
+    parser.addOptions({{"json", "Writes each event as one line of JSON."},
+                       {"events", "Writes the events to FILE, not to standard output.", "FILE"}});
+    DeviceSettings settings;
+    settings.addOptions(parser);
     parser.process(application);
 
     Options options;
-    options.start = parser.value("start");
-    if (!QStringList{"application", "bootloader", "absent"}.contains(options.start)) {
-        fail("unknown state \"" + options.start + "\"");
-    }
-    if (parser.isSet("port")) {
-        options.behaviour.ports = QStringList(parser.value("port"));
-    }
-    if (parser.isSet("return-after")) {
-        bool isNumber = false;
-        options.behaviour.returnAfter = parser.value("return-after").toInt(&isNumber);
-        if (!isNumber || options.behaviour.returnAfter < 0) {
-            fail("--return-after needs a number of milliseconds");
-        }
-    }
-    const QStringList faults = parser.values("fault");
-    for (const QString &fault : faults) {
-        if (!options.behaviour.addFault(fault)) {
-            fail("unknown fault \"" + fault + "\", see --help");
-        }
+    options.events = parser.value("events");
+    options.asJson = parser.isSet("json");
+    if (!settings.read(parser, &options.device)) {
+        fail(settings.errorString());
     }
     options.program = parser.positionalArguments();
     if (options.program.isEmpty()) {
@@ -97,17 +112,16 @@ void quitWhenSettled(const SimulatedDevice &device, int exitCode)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(FW_UPDATE_VERSION);
     const Options options = parse(application);
 
     TerminationWatch termination;
+    EventLog log(options.events, options.asJson);
     Testbed testbed;
-    SimulatedDevice device(testbed, options.behaviour);
-    QObject::connect(&device, &SimulatedDevice::happened, say);
-    if (options.start == "application") {
-        device.startInApplication();
-    } else if (options.start == "bootloader") {
-        device.startInBootloader();
-    }
+    SimulatedDevice device(testbed, options.device);
+    QObject::connect(&device, &SimulatedDevice::happened, &device,
+                     [&log](const DeviceEvent &event) { log.write(event); });
+    device.start();
 
     InsideProgram program(testbed);
     QObject::connect(&termination, &TerminationWatch::requested, &program,
@@ -115,7 +129,8 @@ int main(int argc, char *argv[])
     QObject::connect(&program, &InsideProgram::allFinished, &device,
                      [&] { quitWhenSettled(device, program.exitCode()); });
     if (!program.start(options.program.first(), options.program.mid(1))) {
-        fail("cannot start " + options.program.first());
+        complain("cannot start " + options.program.first());
+        return kUsageError;
     }
     return QCoreApplication::exec();
 }

@@ -118,6 +118,7 @@ Result Bootloader::startCommand(quint32 size)
     }
     m_finished = false;
     m_image.clear();
+    m_refusal.clear();
     forgetTransfers();
     m_command.objectEnd = static_cast<int>(size);
     return Success;
@@ -215,9 +216,8 @@ QByteArray Bootloader::executeCommand()
 {
     const auto verdict = InitPacketCheck::check(m_command.bytes, m_settings, kMaxImageSize);
     if (verdict.result != Success) {
-        forgetTransfers();
-        return verdict.result == ExtendedError ? extendedError(verdict.reason)
-                                               : result(verdict.result);
+        return refuse(verdict.result == ExtendedError ? extendedError(verdict.reason)
+                                                      : result(verdict.result));
     }
     m_command.executedSize = m_command.objectEnd;
     m_initPacket = m_command.bytes;
@@ -237,18 +237,23 @@ QByteArray Bootloader::executeData()
 QByteArray Bootloader::finish()
 {
     if (m_hashFails) {
-        forgetTransfers();
-        return extendedError(HashFailed);
+        return refuse(extendedError(HashFailed));
     }
     if (QCryptographicHash::hash(m_data.bytes, QCryptographicHash::Sha256) != m_expectedHash) {
-        forgetTransfers();
-        return extendedError(VerificationFailed);
+        return refuse(extendedError(VerificationFailed));
     }
     m_finished = true;
     m_image = m_data.bytes;
     m_settings.firmwareVersion = m_firmwareVersion;
     forgetTransfers();
     return result(Success);
+}
+
+QByteArray Bootloader::refuse(const QByteArray &result)
+{
+    forgetTransfers();
+    m_refusal = result;
+    return result;
 }
 
 void Bootloader::forgetTransfers()

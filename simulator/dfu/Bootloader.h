@@ -42,6 +42,10 @@ public:
     /// The accepted init packet; empty if there is none.
     QByteArray initPacket() const { return m_initPacket; }
 
+    /// Why the last executed object was refused, see Dfu::resultText(). Empty if it was not, and
+    /// once a host starts another transfer.
+    QByteArray refusal() const { return m_refusal; }
+
     /// The number of bytes of the image that have arrived and were not discarded.
     qint64 imageBytesReceived() const { return m_finished ? m_image.size() : m_data.bytes.size(); }
 
@@ -75,6 +79,7 @@ private:
     QByteArray executeCommand();
     QByteArray executeData();
     QByteArray finish();
+    QByteArray refuse(const QByteArray &result);
     Dfu::Result startCommand(quint32 size);
     Dfu::Result startData(quint32 size);
     void forgetTransfers();
@@ -91,6 +96,7 @@ private:
     int m_writesSinceReceipt = 0;
     QByteArray m_initPacket;
     QByteArray m_image;
+    QByteArray m_refusal;
     bool m_finished = false;
     int m_expectedSize = 0; ///< the size of the image in the accepted init packet
     QByteArray m_expectedHash;

@@ -5,6 +5,7 @@
 
 #include "simulator/dfu/Checksum.h"
 #include "simulator/dfu/LittleEndian.h"
+#include "simulator/dfu/ResultText.h"
 
 namespace {
 
@@ -32,63 +33,6 @@ QString requestText(quint8 opcode)
         return "answer a ping";
     default:
         return QStringLiteral("carry out request %1").arg(opcode);
-    }
-}
-
-QString extendedResultText(quint8 result)
-{
-    switch (result) {
-    case Dfu::WrongCommandFormat:
-        return "the init packet contains no single command";
-    case Dfu::UnknownCommand:
-        return "the command in the init packet is unknown";
-    case Dfu::InitCommandInvalid:
-        return "the init packet does not describe an application";
-    case Dfu::FirmwareVersionTooLow:
-        return "the firmware version is too low";
-    case Dfu::WrongHardwareVersion:
-        return "the firmware is for other hardware";
-    case Dfu::WrongSoftDevice:
-        return "the firmware needs another SoftDevice";
-    case Dfu::SignatureMissing:
-        return "the package is not signed";
-    case Dfu::WrongHashType:
-        return "the type of the hash is wrong";
-    case Dfu::HashFailed:
-        return "the hash cannot be calculated";
-    case Dfu::WrongSignatureType:
-        return "the type of the signature is wrong";
-    case Dfu::VerificationFailed:
-        return "the signature or the firmware's hash is wrong";
-    case Dfu::InsufficientSpace:
-        return "the firmware is too large";
-    default:
-        return QStringLiteral("extended error %1").arg(result);
-    }
-}
-
-QString resultText(const QByteArray &answer)
-{
-    const auto result = static_cast<quint8>(answer.at(2));
-    switch (result) {
-    case Dfu::NotSupported:
-        return "not supported";
-    case Dfu::InvalidParameter:
-        return "invalid parameter";
-    case Dfu::InsufficientResources:
-        return "insufficient resources";
-    case Dfu::InvalidObject:
-        return "invalid object";
-    case Dfu::UnsupportedType:
-        return "unsupported type";
-    case Dfu::NotPermitted:
-        return "not permitted";
-    case Dfu::OperationFailed:
-        return "operation failed";
-    case Dfu::ExtendedError:
-        return extendedResultText(answer.size() > 3 ? static_cast<quint8>(answer.at(3)) : 0);
-    default:
-        return QStringLiteral("result %1").arg(result);
     }
 }
 
@@ -263,7 +207,7 @@ bool DfuClient::awaitAnswer(Dfu::Opcode opcode, int payloadSize, QByteArray *pay
         }
         if (static_cast<quint8>(answer.at(2)) != Dfu::Success || answered != opcode) {
             return fail(QStringLiteral("The device refused to %1: %2")
-                            .arg(requestText(answered), resultText(answer)));
+                            .arg(requestText(answered), Dfu::resultText(answer.mid(2))));
         }
         if (answer.size() != 3 + payloadSize) {
             return fail("The device sent a malformed answer when asked to "

@@ -61,6 +61,12 @@ QList<QByteArray> HidNode::reports() const
     return m_reports;
 }
 
+QList<QByteArray> HidNode::failedReports() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_failedReports;
+}
+
 int HidNode::handlesSoFar() const
 {
     const std::lock_guard lock(m_mutex);
@@ -90,13 +96,10 @@ int HidNode::onWrite(UMockdevIoctlBase * /*base*/, UMockdevIoctlClient *client, 
     const UMockdevIoctlData *const data = umockdev_ioctl_client_get_arg(client);
     const QByteArray bytes(reinterpret_cast<const char *>(data->data), data->data_len);
     const std::lock_guard lock(node->m_mutex);
-    if (node->m_writeFails) {
-        umockdev_ioctl_client_complete(client, -1, EIO);
-        return TRUE;
-    }
-    node->m_reports.append(bytes);
-    node->m_onWrite(bytes);
-    umockdev_ioctl_client_complete(client, bytes.size(), 0);
+    const bool fails = node->m_writeFails;
+    (fails ? node->m_failedReports : node->m_reports).append(bytes);
+    node->m_onWrite(bytes, fails);
+    umockdev_ioctl_client_complete(client, fails ? -1 : bytes.size(), fails ? EIO : 0);
     return TRUE;
 }
 

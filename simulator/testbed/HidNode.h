@@ -20,7 +20,7 @@ struct _UMockdevIoctlClient; // NOLINT(bugprone-reserved-identifier)
 class HidNode
 {
 public:
-    using WriteHandler = std::function<void(const QByteArray &bytes)>;
+    using WriteHandler = std::function<void(const QByteArray &bytes, bool failed)>;
 
     struct Identity
     {
@@ -42,6 +42,7 @@ public:
 
     void setWriteFails(bool fails);
     QList<QByteArray> reports() const;
+    QList<QByteArray> failedReports() const;
     /// The number of times that programs have opened the node.
     int handlesSoFar() const;
 
@@ -57,6 +58,7 @@ private:
     _UMockdevIoctlBase *const m_handler;
     mutable std::mutex m_mutex;
     QList<QByteArray> m_reports;
+    QList<QByteArray> m_failedReports;
     bool m_writeFails = false;
     int m_handlesSoFar = 0;
 };

@@ -137,6 +137,11 @@ QList<QByteArray> Testbed::reports(const QString &node) const
     return d->nodes.at(node).hid->reports();
 }
 
+QList<QByteArray> Testbed::failedReports(const QString &node) const
+{
+    return d->nodes.at(node).hid->failedReports();
+}
+
 int Testbed::openHandles(const QString &node) const
 {
     const QString file = d->fileOf(node);

@@ -42,9 +42,17 @@ public:
         Values attributes = {}; ///< Overrides report_descriptor.
     };
 
-    /// Called for each write to a HID node, with all bytes including the report id. Runs in the
-    /// testbed's thread before the write returns. It must not call the testbed.
-    using ReportHandler = std::function<void(const QString &node, const QByteArray &bytes)>;
+    /// A write to a HID node.
+    struct Report
+    {
+        QString node;
+        QByteArray bytes; ///< All bytes, including the report id.
+        bool failed = false;
+    };
+
+    /// Called for each write to a HID node. Runs in the testbed's thread before the write returns.
+    /// It must not call the testbed.
+    using ReportHandler = std::function<void(const Report &report)>;
 
     Testbed();
     ~Testbed();
@@ -84,13 +92,14 @@ public:
     /// Sets whether opening \a node fails, even for root.
     void setOpenFails(const QString &node, bool fails);
 
-    /// Sets whether writing to a HID \a node fails. Failed writes are not recorded.
+    /// Sets whether writing to a HID \a node fails.
     void setWriteFails(const QString &node, bool fails);
 
     void setReportHandler(const ReportHandler &handler);
 
-    /// All writes to a HID \a node so far.
+    /// All writes to a HID \a node so far that succeeded, and all that failed.
     QList<QByteArray> reports(const QString &node) const;
+    QList<QByteArray> failedReports(const QString &node) const;
 
     /// The number of open handles of a HID \a node, and of all handles so far.
     int openHandles(const QString &node) const;

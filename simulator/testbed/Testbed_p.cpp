@@ -160,9 +160,9 @@ void Testbed::Private::serveHid(const QString &node, const UsbDevice &usb,
     }
     const HidNode::Identity identity
         = {usb.vendorId, usb.productId, usb.name.toUtf8(), usb.serialNumber.toUtf8(), descriptor};
-    const auto onWrite = [this, node](const QByteArray &bytes) {
+    const auto onWrite = [this, node](const QByteArray &bytes, bool failed) {
         if (reportHandler) {
-            reportHandler(node, bytes);
+            reportHandler({node, bytes, failed});
         }
     };
     nodes[node].hid = std::make_unique<HidNode>(identity, onWrite);

@@ -197,6 +197,7 @@ void tst_DeviceComm::writeFailureIsNotNoticed()
     QVERIFY(DeviceComm::GetInst().startUpdate(kVendor, kProduct));
 
     QVERIFY(testbed.reports(node).isEmpty());
+    QCOMPARE(testbed.failedReports(node), oneReport());
     QCOMPARE(testbed.handlesSoFar(node), 1);
     QCOMPARE(testbed.openHandles(node), 0);
 }

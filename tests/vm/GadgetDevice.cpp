@@ -42,7 +42,7 @@ GadgetDevice::GadgetDevice(const Settings &settings, QObject *parent)
                     settings.identity.serialNumber})
     , m_hidNodes({m_application.addHid("keyboard", HidDescriptor::keyboard(), 8),
                   m_application.addHid("vendor", settings.identity.reportDescriptor(),
-                                       DeviceIdentity::kReportSize)})
+                                       settings.identity.reportSize)})
     , m_portNode(m_bootloader.addSerialPort())
     , m_hostTimer(new QTimer(this))
     , m_returnTimer(new QTimer(this))
@@ -102,7 +102,7 @@ void GadgetDevice::lookForHost()
 void GadgetDevice::takeReport(const QByteArray &bytes)
 {
     emit happened("report received: " + bytes.toHex());
-    if (!DeviceIdentity::isEnterBootloader(bytes)) {
+    if (!m_settings.identity.isEnterBootloader(bytes)) {
         return;
     }
     leave();

@@ -173,8 +173,10 @@ void tst_SimulatedDevice::cannotBeReached_data()
 {
     QTest::addColumn<QString>("fault");
     QTest::addColumn<qint64>("sent");
-    QTest::newRow("cannot be opened") << "open-fails" << qint64(-1);
-    QTest::newRow("cannot be written to") << "write-fails" << qint64(0);
+    QTest::addColumn<QList<QByteArray>>("failedReports");
+    QTest::newRow("cannot be opened") << "open-fails" << qint64(-1) << QList<QByteArray>();
+    QTest::newRow("cannot be written to")
+        << "write-fails" << qint64(0) << QList<QByteArray>{enterBootloader()};
 }
 
 void tst_SimulatedDevice::cannotBeReached()
@@ -189,6 +191,7 @@ void tst_SimulatedDevice::cannotBeReached()
 
     QCoreApplication::processEvents();
     QCOMPARE(device.reports(), QList<QByteArray>());
+    QTEST(device.failedReports(), "failedReports");
     QCOMPARE(device.state(), State::Application);
 }
 
