@@ -23,7 +23,6 @@ function(fw_install_library target package)
     list(FILTER public_headers EXCLUDE REGEX "_p\\.h$")
     install(FILES ${public_headers} DESTINATION ${headers}/${target} COMPONENT ${target})
 
-    add_library(FwUpdate::${target} ALIAS ${target})
     # Plugins link it as well as programs.
     set_target_properties(${target} PROPERTIES
         OUTPUT_NAME ${package}
