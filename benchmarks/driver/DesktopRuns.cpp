@@ -41,7 +41,7 @@ void once(const QString &path, Desktop &desktop)
 
 } // namespace
 
-Rows DesktopRuns::run(const QString &program, int rounds)
+Rows DesktopRuns::run(const QString &bareProgram, const QString &program, int rounds)
 {
     constexpr double kLimit = 1.15;
     Desktop bare = {"bare X", {}, ""};
@@ -50,7 +50,7 @@ Rows DesktopRuns::run(const QString &program, int rounds)
                                {"Weston", {"--weston"}, ""},
                                {"Mutter", {"--mutter"}, "GNOME"}};
     for (int round = 0; round < rounds; ++round) {
-        once(program, bare);
+        once(bareProgram, bare);
         for (Desktop &desktop : desktops) {
             once(program, desktop);
         }

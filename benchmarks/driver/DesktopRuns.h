@@ -8,7 +8,8 @@
 /// Starts of the program on the desktops that users have, compared with a bare X screen.
 namespace DesktopRuns {
 
-/// Measures \a program \a rounds times on each desktop.
-Rows run(const QString &program, int rounds);
+/// Measures \a program \a rounds times on each desktop, and on a bare screen the same one at
+/// \a bareProgram, which finds no desktop's plugins.
+Rows run(const QString &bareProgram, const QString &program, int rounds);
 
 } // namespace DesktopRuns

@@ -22,6 +22,9 @@ public:
 
     QString program() const { return m_folder.filePath("fw-update"); }
 
+    /// The folder of the program and its companions.
+    const QTemporaryDir &folder() const { return m_folder; }
+
     /// Lets the running tool succeed, or the next one if none is running.
     void letToolSucceed();
 

@@ -5,6 +5,7 @@
 #include "benchmarks/driver/DisplayServer.h"
 #include "benchmarks/driver/InProcessRuns.h"
 #include "benchmarks/driver/Installation.h"
+#include "benchmarks/driver/QtPlugins.h"
 #include "benchmarks/driver/Report.h"
 #include "benchmarks/driver/RunningRuns.h"
 #include "benchmarks/driver/Spectator.h"
@@ -49,6 +50,11 @@ Rows measure(const QString &program, int rounds)
 {
     const QDir here(QCoreApplication::applicationDirPath());
     Installation installation(program);
+    const QDir bare(installation.folder().path());
+    QtPlugins::restrictTo(bare);
+    for (const char *floor : {"empty-window", "plain-window", "animated-window"}) {
+        QFile::copy(here.filePath(floor), bare.filePath(floor));
+    }
     const DisplayServer server;
     Spectator spectator(server.name());
     const Bootloader world;
@@ -56,14 +62,15 @@ Rows measure(const QString &program, int rounds)
     variables.insert("DISPLAY", server.name());
 
     Rows rows = StartRuns::run(spectator,
-                               {installation.program(), here.filePath("empty-window"),
-                                here.filePath("plain-window"), server.name()},
+                               {installation.program(), bare.filePath("empty-window"),
+                                bare.filePath("plain-window"), server.name()},
                                rounds);
-    rows += RunningRuns::run(spectator, installation, here.filePath("animated-window"), variables,
+    rows += RunningRuns::run(spectator, installation, bare.filePath("animated-window"), variables,
                              (rounds + 1) / 2);
     rows += InProcessRuns::run(here.filePath("inprocess.run/inprocess"), variables, rounds);
     rows += installation.rows();
-    rows += DesktopRuns::run(installation.program(), (rounds + 1) / 2);
+    rows += DesktopRuns::run(installation.program(), Installation(program).program(),
+                             (rounds + 1) / 2);
     return rows;
 }
 
