@@ -23,14 +23,13 @@ function end_release() {
 
 /^## / { end_release() }
 
-/^## \[[0-9.]+\] - / {
+/^## [0-9.]+ - / {
     release = 1
-    gsub(/[][]/, "", $2)
     print "    <release version=\"" $2 "\" date=\"" $4 "\">\n      <description>\n        <ul>"
 }
 
 !release { next }
 /^- / { end_entry(); entry = substr($0, 3) }
 /^  / { entry = entry " " substr($0, 3) }
-/^(#|$|\[)/ { end_entry() }
+/^(#|$)/ { end_entry() }
 END { end_release() }
