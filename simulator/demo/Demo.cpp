@@ -9,6 +9,7 @@
 #include "simulator/dfu/Checksum.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTextStream>
 
 #include <cstdio>
@@ -21,14 +22,10 @@ constexpr QPoint kAside(520, 280);
 constexpr int kPatience = 30000;
 constexpr int kTimeOut = 90000; // longer than the program's own
 
-/// Makes an upgrade about as slow as a real one, so that progress is visible.
-DeviceBehaviour behaviourWith(const QString &fault)
+DeviceDescription with(const QString &fault, DeviceDescription device)
 {
-    constexpr int kAnswerDelay = 25;
-    DeviceBehaviour behaviour;
-    behaviour.answerDelay = kAnswerDelay;
-    behaviour.addFault(fault);
-    return behaviour;
+    device.behaviour.addFault(fault);
+    return device;
 }
 
 /// The simulated user.
@@ -98,10 +95,11 @@ private:
 
 } // namespace
 
-Demo::Demo(const QString &folder, const QString &fault)
+Demo::Demo(const QString &folder, const QString &fault, const DeviceDescription &device)
     : m_folder(folder)
     , m_fault(fault)
-    , m_device(m_testbed, behaviourWith(fault))
+    , m_description(with(fault, device))
+    , m_device(m_testbed, m_description)
     , m_program(m_testbed)
 {
     m_isValid = fault.isEmpty() || fault == "no-device" || fault == "no-package"
@@ -118,6 +116,28 @@ QString Demo::help()
         + DeviceBehaviour::help();
 }
 
+bool Demo::prepare()
+{
+    constexpr int kImageSize = 200000;
+    const QFileInfo tool(file("nrfutil-mac"));
+    if (!tool.isFile() || !tool.isExecutable()) {
+        say("demo: " + tool.absoluteFilePath() + " is not an executable file");
+        return false;
+    }
+    const QFileInfo package(file("dfu.zip"));
+    DfuPackage contents;
+    if (!package.exists()) {
+        contents = DfuPackage::generate(kImageSize, 1, m_description.bootloader);
+        say("demo: created dfu.zip, image SHA-256 " + Checksum::sha256(contents.firmware));
+        return contents.write(package.filePath()) == DfuPackage::Error::None;
+    }
+    const auto error = contents.read(package.filePath());
+    if (error != DfuPackage::Error::None) {
+        say("demo: " + package.canonicalFilePath() + ": " + DfuPackage::errorText(error));
+    }
+    return error == DfuPackage::Error::None;
+}
+
 int Demo::playForPerson()
 {
     if (!openProgram()) {
@@ -130,7 +150,8 @@ int Demo::playForPerson()
         return m_program.exitCode();
     }
     if (!isImageRight()) {
-        say("demo: closed before the device was upgraded");
+        say(m_device.refusal().isEmpty() ? "demo: closed before the device was upgraded"
+                                         : disappointment(Outcome::ToolFailed));
         return 1;
     }
     say("demo: upgraded, image verified");
@@ -178,13 +199,13 @@ void Demo::stop()
 bool Demo::isExpected(Outcome outcome) const
 {
     constexpr int kProgramWaits = 2000; // for the bootloader
-    const DeviceBehaviour behaviour = behaviourWith(m_fault);
+    const DeviceBehaviour &behaviour = m_description.behaviour;
     if (m_fault == "no-device" || behaviour.openFails || behaviour.writeFails || !behaviour.returns
         || behaviour.returnAfter >= kProgramWaits) {
         return outcome == Outcome::NoDevice;
     }
     const qint64 dropOut = behaviour.dropOutAfter;
-    if (m_fault == "no-package" || behaviour.wrongCrc || behaviour.silent
+    if (m_fault == "no-package" || behaviour.wrongCrc || behaviour.silent || behaviour.hashFails
         || (dropOut >= 0 && dropOut <= readPackage().firmware.size())) {
         return outcome == Outcome::ToolFailed;
     }
@@ -196,13 +217,13 @@ bool Demo::isExpected(Outcome outcome) const
 bool Demo::openProgram()
 {
     if (m_fault == "no-package") {
-        QFile::remove(m_folder + "/dfu.zip");
+        QFile::remove(file("dfu.zip"));
     }
     if (m_fault != "no-device") {
         m_device.startInApplication();
     }
-    if (!m_program.start(m_folder + "/fw-update", {}, m_folder)) {
-        say("demo: cannot start " + m_folder + "/fw-update");
+    if (!m_program.start(file("fw-update"), {}, m_folder)) {
+        say("demo: cannot start " + file("fw-update"));
         return false;
     }
     return true;
@@ -227,7 +248,7 @@ int Demo::verdict(Outcome outcome) const
         return 1;
     }
     if (!isExpected(outcome)) {
-        say("demo: this is not the expected result");
+        say(disappointment(outcome));
         return 1;
     }
     if (outcome == Outcome::Success) {
@@ -238,10 +259,23 @@ int Demo::verdict(Outcome outcome) const
     return 0;
 }
 
+QString Demo::disappointment(Outcome outcome) const
+{
+    if (outcome == Outcome::Success) {
+        return "demo: the upgrade succeeded in spite of the fault";
+    }
+    if (outcome == Outcome::NoDevice) {
+        return "demo: the program did not find the device";
+    }
+    return m_device.refusal().isEmpty()
+        ? "demo: the tool did not report success, see " + file("log")
+        : "demo: the device refused the package: " + m_device.refusal();
+}
+
 DfuPackage Demo::readPackage() const
 {
     DfuPackage package;
-    package.read(m_folder + "/dfu.zip");
+    package.read(file("dfu.zip"));
     return package;
 }
 

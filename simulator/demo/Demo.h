@@ -17,10 +17,14 @@ class Demo
 {
 public:
     /// \a fault is the name of a fault from help(), or empty.
-    Demo(const QString &folder, const QString &fault);
+    Demo(const QString &folder, const QString &fault, const DeviceDescription &device);
 
     /// Whether the fault exists. If not, do not call the functions below.
     bool isValid() const { return m_isValid; }
+
+    /// Checks the tool and the package. If there is no package, creates one that suits the device.
+    /// Prints what is wrong and returns false if the demo cannot be played.
+    bool prepare();
 
     /// Opens the program's window for the user. Returns the exit code once it is closed.
     int playForPerson();
@@ -47,8 +51,12 @@ private:
 
     static void say(const QString &line);
 
+    QString file(const QString &name) const { return m_folder + '/' + name; }
+    QString disappointment(Outcome outcome) const;
+
     const QString m_folder;
     const QString m_fault;
+    const DeviceDescription m_description;
     bool m_isValid = false;
     Testbed m_testbed;
     SimulatedDevice m_device;

@@ -4,6 +4,7 @@
 #include "app/Desktop.h"
 #include "simulator/demo/Demo.h"
 #include "simulator/demo/ScreenUser.h"
+#include "simulator/device/DeviceSettings.h"
 #include "simulator/device/TerminationWatch.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include <sys/socket.h>
@@ -23,6 +25,12 @@
 namespace {
 
 constexpr int kUsageError = 2;
+
+[[noreturn]] void fail(const QString &message)
+{
+    QTextStream(stderr) << "demo: " << message << '\n';
+    std::exit(kUsageError);
+}
 
 bool isGiven(const char *option, int argc, char **argv)
 {
@@ -50,6 +58,15 @@ bool canReachWayland()
     return answers;
 }
 
+/// The faults and the initial state are the demo's.
+QStringList settingNames()
+{
+    QStringList names = DeviceSettings::allNames();
+    names.removeAll("fault");
+    names.removeAll("start");
+    return names;
+}
+
 /// Only the simulated user needs access to the screen.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
 {
@@ -57,6 +74,44 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
         return std::make_unique<QApplication>(argc, argv);
     }
     return std::make_unique<QCoreApplication>(argc, argv);
+}
+
+struct Options
+{
+    QString folder;
+    QString fault;
+    QString pictures; ///< Where to save screenshots; empty if a person uses the program.
+    DeviceDescription device;
+};
+
+Options parse(const QCoreApplication &application)
+{
+    constexpr int kAnswerDelay = 25; // about as slow as a real device, to see the progress
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
+                                     + Demo::help().trimmed());
+    parser.addHelpOption();
+    parser.addOptions(
+        {{"fault", "Simulates a fault.", "NAME[=VALUE]"},
+         {"can-see", "Only sets the exit status: 0 if there is a display."},
+         {"pictures", "Clicks by itself and saves screenshots in FOLDER.", "FOLDER"}});
+    DeviceSettings settings(settingNames());
+    settings.addOptions(parser);
+    parser.addPositionalArgument(
+        "FOLDER", "The folder with the program, the tool and, if there is one, the package.");
+    parser.process(application);
+    if (parser.positionalArguments().size() != 1) {
+        parser.showHelp(kUsageError);
+    }
+    Options options = {parser.positionalArguments().constFirst(),
+                       parser.value("fault"),
+                       parser.value("pictures"),
+                       {}};
+    options.device.behaviour.answerDelay = kAnswerDelay;
+    if (!settings.read(parser, &options.device)) {
+        fail(settings.errorString());
+    }
+    return options;
 }
 
 } // namespace
@@ -71,29 +126,15 @@ int main(int argc, char *argv[])
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     desktop.restoreEnvironment(); // the program must not inherit the settings
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription("Shows an upgrade of the simulated device.\n\nFaults:\n  "
-                                     + Demo::help().trimmed());
-    parser.addHelpOption();
-    parser.addOptions(
-        {{"fault", "Simulates a fault.", "NAME[=VALUE]"},
-         {"can-see", "Only sets the exit status: 0 if there is a display."},
-         {"pictures", "Clicks by itself and saves screenshots in FOLDER.", "FOLDER"}});
-    parser.addPositionalArgument("FOLDER",
-                                 "The folder with the program, the tool and the package.");
-    parser.process(*application);
-    if (parser.positionalArguments().size() != 1) {
-        parser.showHelp(kUsageError);
-    }
-
-    Demo demo(parser.positionalArguments().constFirst(), parser.value("fault"));
+    const Options options = parse(*application);
+    Demo demo(options.folder, options.fault, options.device);
     if (!demo.isValid()) {
-        QTextStream(stderr) << "demo: unknown fault \"" << parser.value("fault")
-                            << "\", see --help\n";
-        return kUsageError;
+        fail("unknown fault \"" + options.fault + "\", see --help");
+    }
+    if (!demo.prepare()) {
+        return 1;
     }
     TerminationWatch termination;
     QObject::connect(&termination, &TerminationWatch::requested, [&demo] { demo.stop(); });
-    return parser.isSet("pictures") ? demo.playWithUser(parser.value("pictures"))
-                                    : demo.playForPerson();
+    return options.pictures.isEmpty() ? demo.playForPerson() : demo.playWithUser(options.pictures);
 }

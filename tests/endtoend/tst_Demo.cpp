@@ -4,6 +4,8 @@
 #include "simulator/demo/Demo.h"
 #include "simulator/device/DeviceBehaviour.h"
 #include "simulator/dfu/DfuPackage.h"
+#include "tests/support/GoldenPackages.h"
+#include "tests/support/ZipFile.h"
 
 #include <QFile>
 #include <QImage>
@@ -18,12 +20,28 @@ class tst_Demo : public QObject
 private slots:
     void saysHowItEnded_data();
     void saysHowItEnded();
+    void rehearses_data();
+    void rehearses();
     void findsTheDisplay_data();
     void findsTheDisplay();
     void helpNamesEveryFault();
+    void helpNamesEverySetting();
     void refusesWhatItDoesNotKnow_data();
     void refusesWhatItDoesNotKnow();
+
+private:
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    void write(const QString &name, const QByteArray &contents) const;
+
+    QTemporaryDir m_folder;
 };
+
+void tst_Demo::write(const QString &name, const QByteArray &contents) const
+{
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(contents), qint64(contents.size()));
+}
 
 void tst_Demo::saysHowItEnded_data()
 {
@@ -62,6 +80,63 @@ void tst_Demo::saysHowItEnded()
     for (const char *name : {"idle.png", "running.png", "finished.png"}) {
         QCOMPARE(QImage(folder.filePath(name)).size(), QSize(500, 260));
     }
+}
+
+void tst_Demo::rehearses_data()
+{
+    QTest::addColumn<QByteArray>("initPacket");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("lastLine");
+
+    const QByteArray upgraded = "demo: upgraded, image verified";
+    const QByteArray refused = "demo: the device refused the package: ";
+    const QStringList key = {"--key", path("key.pem"), "--require-signature"};
+    const QByteArray unsignedPacket = GoldenPackages::unsignedPacket();
+    QTest::newRow("an unsigned package") << unsignedPacket << QStringList() << upgraded;
+    QTest::newRow("a signed package") << GoldenPackages::ecdsaPacket() << key << upgraded;
+    QTest::newRow("a package without a signature")
+        << unsignedPacket << key << refused + "the package is not signed";
+    QTest::newRow("a package for other hardware")
+        << unsignedPacket << QStringList{"--hardware-version", "51"}
+        << refused + "the firmware is for other hardware";
+    QTest::newRow("an old version") << unsignedPacket << QStringList{"--firmware-version", "4"}
+                                    << refused + "the firmware version is too low";
+    QTest::newRow("another SoftDevice") << unsignedPacket << QStringList{"--softdevice", "0x101"}
+                                        << refused + "the firmware needs another SoftDevice";
+    QTest::newRow("no package") << QByteArray() << QStringList()
+                                << "demo: " + path("package.zip").toUtf8()
+            + ": the file is not a zip archive";
+    const QByteArray noDevice = "demo: the program did not find the device";
+    QTest::newRow("a device with other ids")
+        << unsignedPacket << QStringList{"--app-id", "7F3C:0C53"} << noDevice;
+    QTest::newRow("a device with another usage")
+        << unsignedPacket << QStringList{"--usage", "FF31:75"} << noDevice;
+}
+
+/// Runs the script with a copy of the stand-in tool in place of somebody's own.
+void tst_Demo::rehearses()
+{
+    QFETCH(const QByteArray, initPacket);
+    QFETCH(const QStringList, options);
+    QFETCH(const QByteArray, lastLine);
+    write("key.pem", GoldenPackages::ecdsaKey());
+    write("package.zip", "no archive");
+    if (!initPacket.isEmpty()) {
+        QVERIFY(ZipFile::write(path("package.zip"), GoldenPackages::files(initPacket)));
+    }
+    QFile::copy(STAND_IN_TOOL, path("a tool"));
+
+    QProcess script;
+    script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    script.start(DEMO_SCRIPT,
+                 QStringList{"--build", BUILD_FOLDER, "--headless", "--tool", path("a tool"),
+                             "--package", path("package.zip")}
+                     + options);
+    QVERIFY(script.waitForFinished(120000));
+
+    const QByteArray output = script.readAllStandardOutput();
+    QCOMPARE(output.trimmed().split('\n').last(), lastLine);
+    QCOMPARE(script.exitCode() == 0, lastLine.startsWith("demo: upgraded"));
 }
 
 void tst_Demo::findsTheDisplay_data()
@@ -107,27 +182,65 @@ void tst_Demo::helpNamesEveryFault()
     }
 }
 
+void tst_Demo::helpNamesEverySetting()
+{
+    QProcess script;
+    script.start(DEMO_SCRIPT, {"--help"});
+    QVERIFY(script.waitForFinished());
+
+    const QString help = script.readAllStandardOutput();
+    for (const char *name : {"tool", "package", "app-id", "usage", "hardware-version",
+                             "firmware-version", "softdevice", "key", "require-signature"}) {
+        QVERIFY2(help.contains(QString("  --%1 ").arg(name)), name);
+    }
+}
+
 void tst_Demo::refusesWhatItDoesNotKnow_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("a fault") << FW_DEMO << QStringList{"--fault", "explodes", "/"};
-    QTest::newRow("no folder") << FW_DEMO << QStringList();
-    QTest::newRow("an option of the script") << DEMO_SCRIPT << QStringList{"--explode"};
-    QTest::newRow("a fault without a name") << DEMO_SCRIPT << QStringList{"--fault"};
+    QTest::addColumn<QByteArray>("sentence");
+    write("plain", "text");
+    const QByteArray plain = path("plain").toUtf8();
+    QTest::newRow("a fault") << FW_DEMO << QStringList{"--fault", "explodes", "/"}
+                             << QByteArray("demo: unknown fault \"explodes\"");
+    QTest::newRow("no folder") << FW_DEMO << QStringList() << QByteArray("Usage: ");
+    QTest::newRow("a wrong setting") << FW_DEMO << QStringList{"--usage", "1", "/"}
+                                     << QByteArray("demo: usage must be two hexadecimal numbers");
+    QTest::newRow("an option of the script")
+        << DEMO_SCRIPT << QStringList{"--explode"} << QByteArray("demo: unknown option --explode");
+    QTest::newRow("a fault without a name")
+        << DEMO_SCRIPT << QStringList{"--fault"} << QByteArray("demo: --fault needs a name");
+    QTest::newRow("a tool without a name")
+        << DEMO_SCRIPT << QStringList{"--tool"} << QByteArray("demo: --tool needs a file");
+    QTest::newRow("a setting without a value")
+        << DEMO_SCRIPT << QStringList{"--usage"} << QByteArray("demo: --usage needs a value");
+    QTest::newRow("a missing tool") << DEMO_SCRIPT << QStringList{"--tool", "/missing"}
+                                    << QByteArray("demo: /missing does not exist\n");
+    QTest::newRow("a tool that is not executable")
+        << DEMO_SCRIPT << QStringList{"--tool", plain}
+        << "demo: " + plain + " is not an executable file\n";
+    QTest::newRow("a tool that is a folder")
+        << DEMO_SCRIPT << QStringList{"--tool", "/usr"}
+        << QByteArray("demo: /usr is not an executable file\n");
+    QTest::newRow("a missing package") << DEMO_SCRIPT << QStringList{"--package", "/missing"}
+                                       << QByteArray("demo: /missing does not exist\n");
 }
 
 void tst_Demo::refusesWhatItDoesNotKnow()
 {
     QFETCH(const QString, program);
     QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, sentence);
     QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
 
     process.start(program, arguments);
     QVERIFY(process.waitForFinished());
 
-    QCOMPARE(process.exitCode(), 2);
-    QVERIFY(!(process.readAllStandardError() + process.readAllStandardOutput()).isEmpty());
+    const QByteArray output = process.readAllStandardOutput();
+    QVERIFY2(output.startsWith(sentence), output.constData());
+    QVERIFY(process.exitCode() != 0);
 }
 
 QTEST_GUILESS_MAIN(tst_Demo)
