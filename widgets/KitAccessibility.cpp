@@ -132,12 +132,13 @@ private:
 
 namespace {
 
-/// Reports each new value when the bar paints it, so that the bar does not depend on accessibility.
+/// Reports the value when the bar paints it, so that the bar does not depend on accessibility. Does
+/// so in steps, since screen readers speak or beep at each report.
 class ValueReporter : public QObject
 {
 public:
     explicit ValueReporter(CustomProgressBar *bar)
-        : m_reported(bar->value())
+        : m_reported(stepOf(*bar))
     {
         bar->installEventFilter(this);
     }
@@ -145,15 +146,21 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         const auto *const bar = qobject_cast<CustomProgressBar *>(watched);
-        if (bar != nullptr && event->type() == QEvent::Paint && bar->value() != m_reported) {
-            m_reported = bar->value();
-            QAccessibleValueChangeEvent change(watched, m_reported);
+        if (bar != nullptr && event->type() == QEvent::Paint && stepOf(*bar) != m_reported) {
+            m_reported = stepOf(*bar);
+            QAccessibleValueChangeEvent change(watched, bar->value());
             QAccessible::updateAccessibility(&change);
         }
         return false;
     }
 
 private:
+    static int stepOf(const CustomProgressBar &bar)
+    {
+        constexpr int kSteps = 20;
+        return bar.value() * kSteps / bar.maximum();
+    }
+
     int m_reported;
 };
 

@@ -7,7 +7,7 @@
 ///
 /// The name of a button is its accessible name, or else its caption, or else its tool tip. Give a
 /// button without a caption one of the other two. Screen readers also learn its role and whether it
-/// is checked or selected, and the value of a progress bar whenever it changes.
+/// is checked or selected, and the value of a progress bar in steps of five percent.
 namespace KitAccessibility {
 
 /// Registers the kit with Qt's accessibility. Call it once, before you create any of the widgets.
