@@ -148,6 +148,7 @@ void MainWindow::init_ui()
 
     m_progressBar = new CustomProgressBar(this);
     m_progressBar->setGeometry(width() / 2 - 215, 150, 430, 30);
+    m_progressBar->setAccessibleName("Upgrade progress");
     m_progressBar->show();
 
     m_upgradeButton = new MButton(this);

@@ -38,6 +38,9 @@ public:
     /// Whether the user drags the window by its band at this moment.
     bool isDragging() const { return m_dragging; }
 
+    /// The line with the state of the upgrade.
+    const QLabel *statusLabel() const { return m_statusLabel; }
+
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

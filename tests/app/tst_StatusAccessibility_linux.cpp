@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The FW Update developers
+// SPDX-License-Identifier: MIT
+
+#include "app/StatusAccessibility.h"
+#include "app/WindowAccessibility.h"
+#include "tests/support/ScreenReader.h"
+#include "tests/support/WindowParts.h"
+#include "tests/widgets/AskWhenHidden.h"
+
+#include <QtTest>
+
+using namespace WindowParts;
+
+/// How screen readers learn the texts of the status line.
+class tst_StatusAccessibility_linux : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { WindowAccessibility::install(); }
+    void notification_data();
+    void notification();
+    void paintedTextsAreSpoken();
+    void deletedLabelTellsNothing();
+};
+
+void tst_StatusAccessibility_linux::notification_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isHidden");
+    QTest::newRow("empty") << QString() << true;
+    QTest::newRow("text") << "Find Upgrade Device!" << false;
+    QTest::newRow("two lines") << "first\nsecond" << false;
+}
+
+void tst_StatusAccessibility_linux::notification()
+{
+    QFETCH(QString, text);
+    MainWindow window;
+    window.show();
+    statusLabel(window)->setText(text);
+    const QAccessibleInterface *const status
+        = QAccessible::queryAccessibleInterface(statusLabel(window));
+    QCOMPARE(status->role(), QAccessible::Notification);
+    QCOMPARE(status->text(QAccessible::Name), text);
+    QTEST(bool(status->state().invisible), "isHidden");
+}
+
+void tst_StatusAccessibility_linux::paintedTextsAreSpoken()
+{
+    MainWindow window;
+    QLabel *const label = statusLabel(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QStringList spoken;
+    const ScreenReader reader([&](const QAccessibleEvent *event) {
+        if (event->type() == QAccessible::ObjectShow && event->object() == label) {
+            spoken.append(label->text());
+        }
+    });
+    QVERIFY(QAccessible::queryAccessibleInterface(label) != nullptr);
+    for (const char *const text : {"first", "second", "second"}) {
+        label->setText("replaced before it is painted");
+        QEvent other(QEvent::User);
+        QCoreApplication::sendEvent(label, &other);
+        label->setText(text);
+        label->repaint();
+    }
+    QCOMPARE(spoken, QStringList({"first", "second"}));
+}
+
+void tst_StatusAccessibility_linux::deletedLabelTellsNothing()
+{
+    auto label = std::make_unique<QLabel>("text");
+    QAccessibleInterface *const status = describeStatus(label.get());
+    QAccessible::registerAccessibleInterface(status); // which Qt deletes with the label
+    label->show();
+    const AskWhenHidden reader(label.get(), [status] {
+        QCOMPARE(status->text(QAccessible::Name), QString());
+        QVERIFY(status->state().invisible);
+    });
+    label.reset();
+    QVERIFY(reader.asked);
+}
+
+QTEST_MAIN(tst_StatusAccessibility_linux)
+#include "tst_StatusAccessibility_linux.moc"
