@@ -18,7 +18,7 @@ simulator_packages=(
 wayland_packages=(qtwayland5)
 
 # Only for tests.
-test_packages=(doxygen qttools5-dev weston xwayland "${wayland_packages[@]}")
+test_packages=(doxygen python3-serial qttools5-dev weston xwayland "${wayland_packages[@]}")
 
 # A crowded desktop: GNOME's compositor, and the themes, styles, picture formats and input methods
 # that desktops install for Qt.

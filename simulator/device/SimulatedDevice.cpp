@@ -11,6 +11,8 @@
 
 #include <unistd.h>
 
+#include <array>
+
 namespace {
 
 QString shortened(const QByteArray &report)
@@ -142,14 +144,13 @@ void SimulatedDevice::comeBack()
 
 void SimulatedDevice::readPort()
 {
-    constexpr int kMost = 65536;
-    QByteArray bytes(kMost, '\0');
+    std::array<char, 4096> chunk{};
     const auto count
-        = ::read(m_testbed.portDescriptor(m_behaviour.ports.first()), bytes.data(), kMost);
+        = ::read(m_testbed.portDescriptor(m_behaviour.ports.first()), chunk.data(), chunk.size());
     if (count <= 0 || m_behaviour.silent) {
         return;
     }
-    bytes.truncate(static_cast<int>(count));
+    const QByteArray bytes(chunk.data(), static_cast<int>(count));
     if (m_behaviour.answerDelay == 0) {
         answer(bytes);
         return;

@@ -60,6 +60,12 @@ void Sysfs::add(const Device &device)
     m_devices.insert(device.path, device);
 }
 
+void Sysfs::setAttribute(const QString &path, const QByteArray &name, const QByteArray &value)
+{
+    write(m_directory + path + '/' + name, value);
+    m_devices[path].attributes[name] = value;
+}
+
 void Sysfs::remove(const QString &path)
 {
     const QList<Device> devices = devicesFrom(path);

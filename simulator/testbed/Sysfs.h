@@ -28,6 +28,9 @@ public:
 
     void add(const Device &device);
 
+    /// Sets an attribute of the device at \a path.
+    void setAttribute(const QString &path, const QByteArray &name, const QByteArray &value);
+
     /// Removes the device at \a path and everything below it.
     void remove(const QString &path);
 

@@ -93,6 +93,7 @@ QString Testbed::Private::addUsbInterface(const QString &usbPath)
                              (QByteArray::number(usb.vendorId, 16) + '/'
                               + QByteArray::number(usb.productId, 16) + "/100")}};
     interface.attributes = {{"bInterfaceNumber", hex(index, 2)}};
+    sysfs.setAttribute(usbPath, "bNumInterfaces", QByteArray::number(index + 1));
     add(interface);
     return interface.path;
 }

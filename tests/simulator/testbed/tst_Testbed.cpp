@@ -85,6 +85,7 @@ private slots:
     void portsCarryBytesBothWays_data();
     void portsCarryBytesBothWays();
     void aPortComesBackUnderItsName();
+    void aDeviceCountsItsInterfaces();
     void oneNodeGoesAlone();
     void childrenSeeTheDevices();
     void outsideNothingIsLeftBehind();
@@ -181,6 +182,19 @@ void tst_Testbed::aPortComesBackUnderItsName()
         QVERIFY(!port.open(QIODevice::ReadWrite));
         QCOMPARE(testbed.portDescriptor(kNode), -1);
     }
+}
+
+void tst_Testbed::aDeviceCountsItsInterfaces()
+{
+    Testbed testbed;
+    const QString device = testbed.addUsbDevice(kDevice);
+    QFile count("/sys" + device + "/bNumInterfaces");
+
+    testbed.addHidInterface(device, {0xFF31, 0x74, {}, {}});
+    testbed.addSerialPort(device, kNode);
+
+    QVERIFY(count.open(QIODevice::ReadOnly));
+    QCOMPARE(count.readAll(), QByteArray("2"));
 }
 
 void tst_Testbed::oneNodeGoesAlone()
