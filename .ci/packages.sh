@@ -18,12 +18,14 @@ simulator_packages=(
 wayland_packages=(qtwayland5)
 
 # Only for tests.
-test_packages=(doxygen python3-serial qttools5-dev weston xwayland "${wayland_packages[@]}")
+test_packages=(
+    at-spi2-core dbus-daemon doxygen python3-serial qttools5-dev weston xwayland
+    "${wayland_packages[@]}")
 
 # A crowded desktop: GNOME's compositor, and the themes, styles, picture formats and input methods
 # that desktops install for Qt.
 desktop_packages=(
-    mutter dbus-daemon libgl1-mesa-dri qt5-gtk-platformtheme plasma-integration kde-style-breeze
+    mutter libgl1-mesa-dri qt5-gtk-platformtheme plasma-integration kde-style-breeze
     kimageformat-plugins ibus fcitx5-frontend-qt5)
 
 # Compiler for the fuzz targets.
