@@ -33,8 +33,6 @@ private slots:
     void acceptsAnImage();
     void reportsChecksumsOfEverythingReceived();
     void reportsAWrongCrcOnRequest();
-    void sendsReceipts_data();
-    void sendsReceipts();
     void createDiscardsWhatWasNotExecuted();
     void executeMayComeTwice();
     void executesOnlyWholeObjects();
@@ -239,31 +237,6 @@ void tst_Bootloader::reportsAWrongCrcOnRequest()
     QVERIFY(wrong.mid(6) != checksumOf(firmware(100)).mid(6));
     bootloader.setWrongCrc(false);
     QCOMPARE(checksum(bootloader), checksumOf(firmware(100)));
-}
-
-void tst_Bootloader::sendsReceipts_data()
-{
-    QTest::addColumn<quint16>("interval");
-    QTest::addColumn<QVector<int>>("receiptsAfter");
-
-    QTest::newRow("none") << quint16(0) << QVector<int>();
-    QTest::newRow("every write") << quint16(1) << QVector<int>{1, 2, 3, 4, 5};
-    QTest::newRow("every second write") << quint16(2) << QVector<int>{2, 4};
-    QTest::newRow("more than there are") << quint16(6) << QVector<int>();
-}
-
-void tst_Bootloader::sendsReceipts()
-{
-    QFETCH(quint16, interval);
-    QFETCH(QVector<int>, receiptsAfter);
-    Bootloader bootloader;
-    ask(bootloader, opcode(Dfu::SetReceiptNotification) + bytes(interval));
-    create(bootloader, Dfu::CommandObject, 50);
-    for (int i = 1; i <= 5; ++i) {
-        const QByteArray answer = write(bootloader, QByteArray(10, 'x'));
-        const QByteArray receipt = checksumOf(QByteArray(10 * i, 'x'));
-        QCOMPARE(answer, receiptsAfter.contains(i) ? receipt : QByteArray());
-    }
 }
 
 void tst_Bootloader::createDiscardsWhatWasNotExecuted()
