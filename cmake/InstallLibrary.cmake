@@ -13,6 +13,10 @@ include(GNUInstallDirs)
 
 set(fw_pkg_config_template "${CMAKE_CURRENT_LIST_DIR}/library.pc.in")
 
+# For PACKAGEConfig.cmake.in.
+file(READ "${CMAKE_CURRENT_LIST_DIR}/RejectOtherQt.cmake.in" FW_UPDATE_REJECT_OTHER_QT)
+string(CONFIGURE "${FW_UPDATE_REJECT_OTHER_QT}" FW_UPDATE_REJECT_OTHER_QT @ONLY)
+
 function(fw_install_library target package)
     cmake_parse_arguments(PARSE_ARGV 2 ARG "" "DESCRIPTION" "REQUIRES;LIBRARIES")
     set(headers ${CMAKE_INSTALL_INCLUDEDIR}/${package})

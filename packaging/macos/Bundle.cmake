@@ -14,7 +14,7 @@ if(APPLE)
         OUTPUT_NAME "FW Update"
         MACOSX_BUNDLE_INFO_PLIST "${plist}")
     install(TARGETS fw-update BUNDLE DESTINATION . COMPONENT program)
-    get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+    get_target_property(qmake Qt${QT_VERSION_MAJOR}::qmake IMPORTED_LOCATION)
     cmake_path(GET qmake PARENT_PATH qt_programs)
     find_program(FW_UPDATE_MACDEPLOYQT macdeployqt HINTS "${qt_programs}" REQUIRED
                  DOC "Qt's tool that copies Qt into a bundle")
@@ -26,7 +26,7 @@ else()
 endif()
 
 if(FW_UPDATE_UNIVERSAL)
-    get_target_property(qt_library Qt5::Core LOCATION)
+    get_target_property(qt_library Qt${QT_VERSION_MAJOR}::Core LOCATION)
     foreach(library IN LISTS qt_library HIDAPI_LINK_LIBRARIES)
         execute_process(COMMAND lipo "${library}" -verify_arch arm64 x86_64 RESULT_VARIABLE missing)
         if(missing)

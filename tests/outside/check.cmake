@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 # Installs a library, moves what was installed, and builds and runs a project against it, with CMake
 # and with pkg-config.
-# Needs BUILD, SOURCES, WORK, LIBRARY, PACKAGE, PRINTED, GENERATOR, COMPILER, BUILD_TYPE, SANITIZE and
-# VERSION.
+# Needs BUILD, SOURCES, WORK, LIBRARY, PACKAGE, PRINTED, GENERATOR, COMPILER, BUILD_TYPE, SANITIZE,
+# VERSION and QT.
 set(installed "${WORK}/installed")
 set(moved "${WORK}/moved")
 set(project "${CMAKE_CURRENT_LIST_DIR}/${LIBRARY}")
@@ -28,13 +28,15 @@ function(expect what seen wanted)
     endif()
 endfunction()
 
-# configure(CODE VERSION): configures the project, asking for a version of the library.
-function(configure code version)
+# configure(CODE VERSION QT): configures the project, which asks for a version of the library and,
+# unless QT is empty, sets the major version of Qt that it uses.
+function(configure code version qt)
     execute_process(
         COMMAND ${CMAKE_COMMAND} --fresh -S "${project}" -B "${WORK}/build"
             -G "${GENERATOR}" "-DCMAKE_CXX_COMPILER=${COMPILER}"
             "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}" "-DCMAKE_CXX_FLAGS=${flags}"
             "-DCMAKE_PREFIX_PATH=${moved}" "-DWANTED_VERSION=${version}"
+            "-DQT_VERSION_MAJOR=${qt}"
         OUTPUT_VARIABLE text ERROR_VARIABLE text RESULT_VARIABLE result)
     set(${code} ${result} PARENT_SCOPE)
     set(configured "${text}" PARENT_SCOPE)
@@ -64,13 +66,23 @@ string(REGEX MATCH "^[0-9]+" major "${VERSION}")
 math(EXPR next "${major} + 1")
 math(EXPR previous "${major} - 1")
 foreach(version ${next} ${previous})
-    configure(code ${version})
+    configure(code ${version} "")
     if(code EQUAL 0)
         message(FATAL_ERROR "A project that wants version ${version} gets ${VERSION}")
     endif()
 endforeach()
+math(EXPR other "11 - ${QT}")
+configure(code "" ${other})
+string(REGEX REPLACE "[ \n]+" " " words "${configured}")
+if(code EQUAL 0 OR NOT words MATCHES "built with Qt ${QT}, but this project uses Qt ${other}")
+    message(FATAL_ERROR "A project with another Qt is not told of it:\n${configured}")
+endif()
+configure(code "" ${QT})
+if(NOT code EQUAL 0)
+    message(FATAL_ERROR "A project with the same Qt:\n${configured}")
+endif()
 foreach(version ${major}.0 ${VERSION} "")
-    configure(code "${version}")
+    configure(code "${version}" "")
     if(NOT code EQUAL 0)
         message(FATAL_ERROR "A project that wants version ${version}:\n${configured}")
     endif()
