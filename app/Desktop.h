@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QList>
+#include <QMap>
 #include <QStringList>
 
 #include <memory>
@@ -49,8 +49,10 @@ public:
 private:
     /// Leaves a setting of the user's as it is; returns whether it was added.
     bool addSetting(const QByteArray &name, const QByteArray &value);
+    bool changeSetting(const QByteArray &name, const QByteArray &value);
 
-    QList<QByteArray> m_added;
+    QMap<QByteArray, QByteArray> m_before; ///< what was set before; null for nothing
+    bool m_findsScale = false;
     bool m_makesPointPixel = false;
     QStringList m_libraryPaths;
 };

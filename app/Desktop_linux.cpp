@@ -5,6 +5,7 @@
 
 #include "app/MainWindow.h"
 #include "app/SystemMove_linux.h"
+#include "widgets/QtCompat.h"
 
 #include <QApplication>
 #include <QLibrary>
@@ -38,6 +39,14 @@ bool choosesScale()
     const std::array switches = {"QT_ENABLE_HIGHDPI_SCALING", "QT_AUTO_SCREEN_SCALE_FACTOR"};
     return std::any_of(factors.begin(), factors.end(), isSet)
         || std::any_of(switches.begin(), switches.end(), isOff);
+}
+
+/// Whether the user lets Qt scale by the density of the screen.
+bool switchesScalingOn()
+{
+    return qEnvironmentVariableIntValue("QT_ENABLE_HIGHDPI_SCALING") > 0
+        || qEnvironmentVariableIntValue("QT_AUTO_SCREEN_SCALE_FACTOR") > 0
+        || qgetenv("QT_DEVICE_PIXEL_RATIO") == "auto";
 }
 
 /// The name of the X screen that Qt uses when it is given \a arguments; null for the default one.
@@ -103,11 +112,11 @@ Desktop::Desktop()
         addSetting("QT_QPA_PLATFORM", "xcb;wayland");
     }
     m_makesPointPixel = addSetting("QT_FONT_DPI", "72");
-    if (!choosesScale()) {
-        // Scaling by itself, Qt would undo the 72.
-        QCoreApplication::setAttribute(m_makesPointPixel ? Qt::AA_DisableHighDpiScaling
-                                                         : Qt::AA_EnableHighDpiScaling);
-    }
+    m_findsScale = !choosesScale();
+    // Scaling by itself, Qt would undo the 72.
+    const bool scales = m_findsScale ? !m_makesPointPixel : switchesScalingOn();
+    QtCompat::setScaling(scales);
+    changeSetting("QT_ENABLE_HIGHDPI_SCALING", scales ? "1" : "0");
 }
 
 ApplicationPointer Desktop::startQt(int &argc, char **argv)
@@ -119,7 +128,7 @@ ApplicationPointer Desktop::startQt(int &argc, char **argv)
     // It would also load the driver for any window that the program might paint with it.
     const char *const graphics = runsOnWayland() ? kGraphicsOnWayland : kGraphicsOnX;
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, !qEnvironmentVariableIsSet(graphics));
-    if (QGuiApplication::platformName() != "xcb" || !m_makesPointPixel || choosesScale()) {
+    if (QGuiApplication::platformName() != "xcb" || !m_makesPointPixel || !m_findsScale) {
         return application;
     }
     const int scale = screenScale(screenName(arguments));
@@ -156,10 +165,11 @@ void Desktop::adopt(MainWindow &window)
 
 void Desktop::restoreEnvironment()
 {
-    for (const QByteArray &name : qAsConst(m_added)) {
-        qunsetenv(name.constData());
+    for (auto setting = m_before.cbegin(); setting != m_before.cend(); ++setting) {
+        const char *const name = setting.key().constData();
+        setting->isNull() ? qunsetenv(name) : qputenv(name, *setting);
     }
-    m_added.clear();
+    m_before.clear();
 }
 
 bool Desktop::addSetting(const QByteArray &name, const QByteArray &value)
@@ -167,6 +177,12 @@ bool Desktop::addSetting(const QByteArray &name, const QByteArray &value)
     if (qEnvironmentVariableIsSet(name.constData())) {
         return false;
     }
-    m_added.append(name);
+    return changeSetting(name, value);
+}
+
+bool Desktop::changeSetting(const QByteArray &name, const QByteArray &value)
+{
+    const bool isSet = qEnvironmentVariableIsSet(name.constData());
+    m_before.insert(name, isSet ? qgetenv(name.constData()) : QByteArray());
     return qputenv(name.constData(), value);
 }

@@ -8,6 +8,7 @@
 #include "widgets/CustomArea.h"
 #include "widgets/CustomProgressBar.h"
 #include "widgets/MButton.h"
+#include "widgets/QtCompat.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -17,6 +18,16 @@
 #include <QSerialPortInfo>
 #include <QThread>
 #include <QTimer>
+
+namespace {
+
+/// The UTF-8 text in \a chunk, up to the first zero byte, where Qt 6 by itself would not stop.
+QString textOf(const QByteArray &chunk)
+{
+    return QString(chunk.constData());
+}
+
+} // namespace
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
@@ -30,8 +41,8 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::mousePressEvent(QMouseEvent *event)
 {
-    if (event->y() < m_dragAreaHeight && event->button() == Qt::LeftButton) {
-        m_dragOffset = event->globalPos() - frameGeometry().topLeft();
+    if (event->pos().y() < m_dragAreaHeight && event->button() == Qt::LeftButton) {
+        m_dragOffset = QtCompat::globalPosition(*event).toPoint() - frameGeometry().topLeft();
         m_dragging = true;
     }
 }
@@ -45,10 +56,10 @@ void MainWindow::mouseReleaseEvent(QMouseEvent * /*event*/)
 void MainWindow::mouseMoveEvent(QMouseEvent *event)
 {
     // With the pointer below the band, the window waits until it comes back into the band.
-    if (!m_dragging || event->y() >= m_dragAreaHeight) {
+    if (!m_dragging || event->pos().y() >= m_dragAreaHeight) {
         return;
     }
-    move(event->globalPos() - m_dragOffset);
+    move(QtCompat::globalPosition(*event).toPoint() - m_dragOffset);
 }
 
 void MainWindow::slot_click_sysbtn_close()
@@ -78,7 +89,7 @@ void MainWindow::onReadyReadStandardError()
     const QByteArray text = m_process->readAllStandardError();
     qDebug() << "Standard Error:" << text;
     m_upgradeButton->setEnabled(true);
-    m_statusLabel->setText(QString(text));
+    m_statusLabel->setText(textOf(text));
 }
 
 void MainWindow::onTimerProcessOutput()
@@ -235,7 +246,7 @@ void MainWindow::startTool(const QString &port)
 
 void MainWindow::finishOnSuccess(const QByteArray &output)
 {
-    if (!QString(output).contains("Device programmed")) {
+    if (!textOf(output).contains("Device programmed")) {
         return;
     }
     if (m_timer != nullptr) {

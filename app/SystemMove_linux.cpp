@@ -4,6 +4,7 @@
 #include "app/SystemMove_linux.h"
 
 #include "app/MainWindow.h"
+#include "widgets/QtCompat.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -47,7 +48,9 @@ void SystemMove::release(const QMouseEvent &press)
 {
     // From here on the compositor keeps the pointer, and the release with it. Sent to the native
     // window, this one reaches not only the widget: Qt also forgets which widget was pressed.
-    QMouseEvent event(QEvent::MouseButtonRelease, press.windowPos(), press.windowPos(),
-                      press.screenPos(), press.button(), Qt::NoButton, press.modifiers());
+    const QPointF position = press.pos();
+    QMouseEvent event(QEvent::MouseButtonRelease, position, position,
+                      QtCompat::globalPosition(press), press.button(), Qt::NoButton,
+                      press.modifiers());
     QCoreApplication::sendEvent(m_window.windowHandle(), &event);
 }

@@ -3,6 +3,8 @@
 
 #include "widgets/Caption_p.h"
 
+#include "widgets/QtCompat.h"
+
 #include <QPainter>
 
 void Caption::draw(QPainter &painter, const QRect &rect, int flags, const QString &text,
@@ -14,7 +16,7 @@ void Caption::draw(QPainter &painter, const QRect &rect, int flags, const QStrin
     QFont font("Arial", 12);
     // A painter fills in what a font leaves open from the widget's own font. With everything set,
     // the caption does not become bold or underlined.
-    font.resolve(~0U);
+    QtCompat::setAllAttributes(font);
     painter.setFont(font);
     painter.setPen(ink);
     painter.drawText(rect, flags, text);

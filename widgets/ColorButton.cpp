@@ -31,7 +31,7 @@ void ColorButton::nextCheckState()
     update();
 }
 
-void ColorButton::enterEvent(QEvent * /*event*/)
+void ColorButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     if (isEnabled()) {
         update();

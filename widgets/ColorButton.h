@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "widgets/QtCompat.h"
+
 #include <QColor>
 #include <QRadioButton>
 
@@ -24,7 +26,7 @@ public:
 
 protected:
     void nextCheckState() override;
-    void enterEvent(QEvent *event) override;
+    void enterEvent(QtCompat::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -38,7 +38,7 @@ void FuncButton::setCheck(bool check)
 
 // No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
 // the left mouse button reaches the base class, so only it can click.
-void FuncButton::enterEvent(QEvent * /*event*/)
+void FuncButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     m_pointer.enter();
     update();

@@ -33,7 +33,7 @@ void IconButton::setIconPixmap(QString path, int count, QRect rect)
 
 // No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
 // the left mouse button reaches the base class, so only it can click.
-void IconButton::enterEvent(QEvent * /*event*/)
+void IconButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     m_pointer.enter();
     update();

@@ -21,7 +21,7 @@ void ImageButton::setPixmap(QString path)
     m_statePixmaps = PixmapStrip::load<4>(path);
 }
 
-void ImageButton::enterEvent(QEvent * /*event*/)
+void ImageButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     if (!isEnabled()) {
         return;

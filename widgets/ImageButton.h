@@ -4,6 +4,7 @@
 #pragma once
 
 #include "widgets/PointerState.h"
+#include "widgets/QtCompat.h"
 
 #include <QPixmap>
 #include <QPushButton>
@@ -31,7 +32,7 @@ public:
     void setPixmap(QString path);
 
 protected:
-    void enterEvent(QEvent *event) override;
+    void enterEvent(QtCompat::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

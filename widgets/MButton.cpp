@@ -48,7 +48,7 @@ void MButton::setColor(QColor normal, QColor hover, QColor pressed)
     m_textColors.at(PointerState::Pressed) = pressed;
 }
 
-void MButton::enterEvent(QEvent * /*event*/)
+void MButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     if (!isEnabled()) {
         return;

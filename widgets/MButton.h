@@ -5,6 +5,7 @@
 
 #include "widgets/NinePatchPainter.h"
 #include "widgets/PointerState.h"
+#include "widgets/QtCompat.h"
 
 #include <QColor>
 #include <QPixmap>
@@ -37,7 +38,7 @@ public:
     void setColor(QColor normal, QColor hover, QColor pressed);
 
 protected:
-    void enterEvent(QEvent *event) override;
+    void enterEvent(QtCompat::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

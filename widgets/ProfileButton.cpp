@@ -39,7 +39,7 @@ void ProfileButton::SetTitle(QString title)
 
 // No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
 // the left mouse button reaches the base class, so only it can click.
-void ProfileButton::enterEvent(QEvent * /*event*/)
+void ProfileButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     m_pointer.enter();
     update();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "widgets/PointerState.h"
+#include "widgets/QtCompat.h"
 #include "widgets/TitledFace.h"
 
 #include <QPushButton>
@@ -39,7 +40,7 @@ public:
     void SetTitle(QString title);
 
 protected:
-    void enterEvent(QEvent *event) override;
+    void enterEvent(QtCompat::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

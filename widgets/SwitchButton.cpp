@@ -34,7 +34,7 @@ bool SwitchButton::isCheck() const
 
 // No handler looks at the enabled flag, since Qt sends no mouse events to a disabled button. Only
 // the left mouse button reaches the base class, so only it can click.
-void SwitchButton::enterEvent(QEvent * /*event*/)
+void SwitchButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     m_pointer.enter();
     update();

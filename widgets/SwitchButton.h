@@ -4,6 +4,7 @@
 #pragma once
 
 #include "widgets/PointerState.h"
+#include "widgets/QtCompat.h"
 
 #include <QPixmap>
 #include <QPushButton>
@@ -34,7 +35,7 @@ public:
     bool isCheck() const;
 
 protected:
-    void enterEvent(QEvent *event) override;
+    void enterEvent(QtCompat::EnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -40,7 +40,7 @@ void tabButton::setTabText(QString text)
     update();
 }
 
-void tabButton::enterEvent(QEvent * /*event*/)
+void tabButton::enterEvent(QtCompat::EnterEvent * /*event*/)
 {
     if (!isEnabled()) {
         return;

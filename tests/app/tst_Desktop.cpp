@@ -34,7 +34,6 @@ static int report(int argc, char *argv[])
 {
     const QList<QByteArray> before = childEnvironment();
     Desktop desktop;
-    const bool letsQtScale = QCoreApplication::testAttribute(Qt::AA_EnableHighDpiScaling);
     const ApplicationPointer application = desktop.startQt(argc, argv);
     const QStringList libraryPaths = QCoreApplication::libraryPaths();
     desktop.leaveOutPicturePlugins();
@@ -47,7 +46,7 @@ static int report(int argc, char *argv[])
     QJsonObject result;
     result["environmentKept"] = !before.isEmpty() && childEnvironment() == before;
     result["desktopFile"] = QGuiApplication::desktopFileName();
-    result["letsQtScale"] = letsQtScale;
+    result["scale"] = window.devicePixelRatioF();
     result["libraryPathsKept"] = QCoreApplication::libraryPaths() == libraryPaths;
     result["pixelsPerPoint"]
         = double(QFontInfo(window.font()).pixelSize()) / QFontInfo(window.font()).pointSizeF();
@@ -70,31 +69,39 @@ void tst_Desktop::start_data()
 {
     QTest::addColumn<QStringList>("settings");
     QTest::addColumn<bool>("pointIsPixel");
-    QTest::addColumn<bool>("scales");
+    QTest::addColumn<double>("scale");
 
-    QTest::newRow("nothing set") << QStringList() << true << true;
-    QTest::newRow("user sets the font resolution")
-        << QStringList{"QT_FONT_DPI=96"} << false << true;
-    QTest::newRow("user switches scaling on")
-        << QStringList{"QT_FONT_DPI=96", "QT_ENABLE_HIGHDPI_SCALING=1"} << false << true;
-    QTest::newRow("user switches scaling off")
-        << QStringList{"QT_FONT_DPI=96", "QT_ENABLE_HIGHDPI_SCALING=0"} << false << false;
-    QTest::newRow("user switches scaling off the old way")
-        << QStringList{"QT_FONT_DPI=96", "QT_AUTO_SCREEN_SCALE_FACTOR=0"} << false << false;
-    QTest::newRow("user sets a factor") << QStringList{"QT_SCALE_FACTOR=1"} << true << false;
-    QTest::newRow("user sets a factor and the font resolution")
-        << QStringList{"QT_FONT_DPI=96", "QT_SCALE_FACTOR=1"} << false << false;
-    QTest::newRow("user sets a factor per screen and the font resolution")
-        << QStringList{"QT_FONT_DPI=96", "QT_SCREEN_SCALE_FACTORS=1"} << false << false;
-    QTest::newRow("user sets a pixel ratio and the font resolution")
-        << QStringList{"QT_FONT_DPI=96", "QT_DEVICE_PIXEL_RATIO=1"} << false << false;
+    const auto row
+        = [](const char *name, const QStringList &settings, bool pointIsPixel, double scale) {
+              QTest::newRow(name) << settings << pointIsPixel << scale;
+          };
+    row("nothing set", {}, true, 1);
+    row("user switches scaling on", {"QT_ENABLE_HIGHDPI_SCALING=1"}, true, 1);
+    row("user sets the font resolution", {"QT_FONT_DPI=192"}, false, 2);
+    row("user sets one and a half times the usual font resolution", {"QT_FONT_DPI=144"}, false, 2);
+    row("user sets the font resolution and switches scaling on",
+        {"QT_FONT_DPI=192", "QT_ENABLE_HIGHDPI_SCALING=1"}, false, 2);
+    row("user sets the font resolution and switches scaling off",
+        {"QT_FONT_DPI=192", "QT_ENABLE_HIGHDPI_SCALING=0"}, false, 1);
+    row("user sets the font resolution and switches scaling off the old way",
+        {"QT_FONT_DPI=192", "QT_AUTO_SCREEN_SCALE_FACTOR=0"}, false, 1);
+    row("user sets a factor", {"QT_SCALE_FACTOR=2"}, true, 2);
+    row("user sets a factor with a fraction", {"QT_SCALE_FACTOR=1.5"}, true, 1.5);
+    row("user sets the font resolution and a factor", {"QT_FONT_DPI=192", "QT_SCALE_FACTOR=1"},
+        false, 1);
+    row("user sets the font resolution, a factor and switches scaling on",
+        {"QT_FONT_DPI=192", "QT_SCALE_FACTOR=1.5", "QT_AUTO_SCREEN_SCALE_FACTOR=1"}, false, 3);
+    row("user sets the font resolution and a factor per screen",
+        {"QT_FONT_DPI=192", "QT_SCREEN_SCALE_FACTORS=1"}, false, 1);
+    row("user sets the font resolution and a pixel ratio",
+        {"QT_FONT_DPI=192", "QT_DEVICE_PIXEL_RATIO=1"}, false, 1);
 }
 
 void tst_Desktop::start()
 {
     QFETCH(QStringList, settings);
     QFETCH(bool, pointIsPixel);
-    QFETCH(bool, scales);
+    QFETCH(double, scale);
 
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_FONT_DPI");
@@ -111,7 +118,7 @@ void tst_Desktop::start()
     QVERIFY(result["environmentKept"].toBool());
     QVERIFY(result["libraryPathsKept"].toBool());
     QCOMPARE(result["desktopFile"].toString(), QString(DESKTOP_FILE));
-    QCOMPARE(result["letsQtScale"].toBool(), scales && !pointIsPixel);
+    QCOMPARE(result["scale"].toDouble(), scale);
     QCOMPARE(qFuzzyCompare(result["pixelsPerPoint"].toDouble(), 1.0), pointIsPixel);
     // At 96 dpi the heading overruns its 160 pixels; what the user has set stays all the same.
     QCOMPARE(result["headingWidth"].toInt() <= 160, pointIsPixel);

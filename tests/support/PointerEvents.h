@@ -34,18 +34,19 @@ public:
 template <class Button>
 void call(Open<Button> &button, Action action, const QPoint &position = QPoint(1, 1))
 {
-    QEvent crossing(action == Enter ? QEvent::Enter : QEvent::Leave);
+    QEnterEvent enter(position, position, position);
+    QEvent leave(QEvent::Leave);
     const bool press = action == LeftPress || action == RightPress;
     const bool left = action == LeftPress || action == LeftRelease;
     const Qt::MouseButton mouseButton = left ? Qt::LeftButton : Qt::RightButton;
     QMouseEvent click(press ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, position,
-                      mouseButton, press ? mouseButton : Qt::NoButton, Qt::NoModifier);
+                      position, mouseButton, press ? mouseButton : Qt::NoButton, Qt::NoModifier);
     switch (action) {
     case Enter:
-        button.enterEvent(&crossing);
+        button.enterEvent(&enter);
         break;
     case Leave:
-        button.leaveEvent(&crossing);
+        button.leaveEvent(&leave);
         break;
     case LeftPress:
     case RightPress:
@@ -61,8 +62,10 @@ void call(Open<Button> &button, Action action, const QPoint &position = QPoint(1
 /// Sends an enter or leave event, as Qt does when the pointer crosses the button's edge.
 inline void cross(QObject &button, Action action)
 {
-    QEvent event(action == Enter ? QEvent::Enter : QEvent::Leave);
-    QCoreApplication::sendEvent(&button, &event);
+    const QPointF position(1, 1);
+    QEnterEvent enter(position, position, position);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&button, action == Enter ? static_cast<QEvent *>(&enter) : &leave);
 }
 
 } // namespace PointerEvents
