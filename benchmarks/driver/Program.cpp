@@ -30,7 +30,7 @@ QByteArray readAll(const QString &path)
 /// The number after \a name in the \a text of a file in /proc; 0 if there is none.
 double valueOf(const QByteArray &text, const QByteArray &name)
 {
-    const int at = text.indexOf('\n' + name + ':');
+    const auto at = text.indexOf('\n' + name + ':');
     return at < 0 ? 0
                   : text.mid(at + name.size() + 2, 40).simplified().split(' ').first().toDouble();
 }

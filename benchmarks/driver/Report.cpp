@@ -140,7 +140,7 @@ QByteArray Report::picture(const Rows &rows)
     std::copy_if(rows.begin(), rows.end(), std::back_inserter(shown),
                  [](const Row &row) { return row.hasFloor() && row.kind != Row::Information; });
     QByteArray svg;
-    const int height = kTop + shown.size() * kStep + 10;
+    const int height = kTop + static_cast<int>(shown.size()) * kStep + 10;
     Canvas canvas(&svg, kLabels + static_cast<int>(kScale * kLargest) + 110, height);
     canvas.text(
         12, 22,

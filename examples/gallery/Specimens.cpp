@@ -112,12 +112,14 @@ void Specimens::freeze(QAbstractButton *button, Look look)
 {
     button->setFocusPolicy(Qt::NoFocus);
     if (look != Look::Normal) {
-        QEvent enter(QEvent::Enter);
+        const QPointF center = button->rect().center();
+        QEnterEvent enter(center, center, center);
         QCoreApplication::sendEvent(button, &enter);
     }
     if (look == Look::Pressed) {
-        QMouseEvent press(QEvent::MouseButtonPress, button->rect().center(), Qt::LeftButton,
-                          Qt::LeftButton, Qt::NoModifier);
+        const QPointF center = button->rect().center();
+        QMouseEvent press(QEvent::MouseButtonPress, center, center, Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
         QCoreApplication::sendEvent(button, &press);
     }
     button->setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -59,19 +59,19 @@ int scaleOf(const QSize &strip, int count)
 int heightOf(const StripDiagram::Strip &strip)
 {
     const QSize size = QPixmap(strip.path).size();
-    return kTitle + kRuler + size.height() * scaleOf(size, strip.frames.size()) + kCaption;
+    return kTitle + kRuler + size.height() * scaleOf(size, int(strip.frames.size())) + kCaption;
 }
 
 int widthOf(const StripDiagram::Strip &strip)
 {
     const QSize size = QPixmap(strip.path).size();
-    return size.width() * scaleOf(size, strip.frames.size());
+    return size.width() * scaleOf(size, int(strip.frames.size()));
 }
 
 void drawStrip(QPainter &painter, const StripDiagram::Strip &strip, int top)
 {
     const QPixmap picture(strip.path);
-    const int count = strip.frames.size();
+    const int count = int(strip.frames.size());
     const int scale = scaleOf(picture.size(), count);
     const QRect area(QPoint(kMargin, top + kTitle + kRuler), picture.size() * scale);
 

@@ -4,6 +4,7 @@
 #include "examples/gallery/DocumentPictures.h"
 #include "examples/gallery/Gallery.h"
 #include "widgets/KitAccessibility.h"
+#include "widgets/QtCompat.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -36,7 +37,7 @@ int main(int argc, char *argv[])
         setDefault("QT_QPA_PLATFORM", "offscreen");
     }
     setDefault("QT_FONT_DPI", "72"); // a point is a pixel, as for the sample pictures
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QtCompat::setScaling(true);
     QApplication application(argc, argv);
 
     QFont font = QApplication::font();

@@ -61,7 +61,7 @@ bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)
         return fail("The init packet is too large for the device");
     }
     const bool alreadyThere
-        = command.offset == size && command.crc == Checksum::ofFirst(initPacket.size(), initPacket);
+        = command.offset == size && command.crc == Checksum::ofFirst(int(size), initPacket);
     const bool described = alreadyThere ? request(Dfu::Execute, {}) : sendInitPacket(initPacket);
     return described && sendFirmware(initPacket, firmware);
 }
@@ -87,7 +87,7 @@ bool DfuClient::handshake()
 
 bool DfuClient::sendInitPacket(const QByteArray &initPacket)
 {
-    return sendObject(Dfu::CommandObject, initPacket, 0, initPacket.size());
+    return sendObject(Dfu::CommandObject, initPacket, 0, int(initPacket.size()));
 }
 
 bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &firmware)
@@ -106,7 +106,7 @@ bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &fir
         && position.crc == Checksum::ofFirst(static_cast<int>(position.offset), firmware)) {
         const auto done = static_cast<int>(position.offset);
         const int objects = (done + objectSize - 1) / objectSize;
-        offset = qMin(objects * objectSize, firmware.size());
+        offset = qMin(objects * objectSize, int(firmware.size()));
         if (!completeObject(firmware, done, offset)) {
             return false;
         }
@@ -115,7 +115,7 @@ bool DfuClient::sendFirmware(const QByteArray &initPacket, const QByteArray &fir
         return false;
     }
     while (offset < firmware.size()) {
-        const int end = qMin(offset + objectSize, firmware.size());
+        const int end = qMin(offset + objectSize, int(firmware.size()));
         if (!sendObject(Dfu::DataObject, firmware, offset, end)) {
             return false;
         }

@@ -22,7 +22,7 @@ template <typename T> QByteArray bytesOf(const T &value)
 void replace(UMockdevIoctlData *data, const QByteArray &bytes)
 {
     QByteArray copy = bytes; // the library's pointer is not const, although it only reads
-    umockdev_ioctl_data_update(data, 0, reinterpret_cast<guint8 *>(copy.data()), copy.size());
+    umockdev_ioctl_data_update(data, 0, reinterpret_cast<guint8 *>(copy.data()), int(copy.size()));
 }
 
 } // namespace
@@ -114,7 +114,7 @@ void HidNode::onConnected(UMockdevIoctlBase * /*base*/, UMockdevIoctlClient * /*
 QByteArray HidNode::answer(unsigned long request) const
 {
     if (request == HIDIOCGRDESCSIZE) {
-        return bytesOf(m_identity.reportDescriptor.size());
+        return bytesOf(int(m_identity.reportDescriptor.size()));
     }
     if (request == HIDIOCGRDESC) {
         hidraw_report_descriptor descriptor = {};

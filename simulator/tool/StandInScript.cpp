@@ -38,7 +38,7 @@ std::optional<QByteArray> unquoted(const QByteArray &quoted)
         }
         ++i;
         const QByteArray escapes = "nt\"\\0";
-        const int index = escapes.indexOf(quoted.at(i));
+        const auto index = escapes.indexOf(quoted.at(i));
         if (index < 0 || i == quoted.size() - 1) {
             return std::nullopt;
         }
@@ -78,7 +78,7 @@ void flood(int fd, int size)
 {
     const QByteArray line = QByteArray(63, 'x') + '\n';
     const QByteArray chunk = line.repeated(64);
-    for (int rest = size; rest > 0; rest -= chunk.size()) {
+    for (int rest = size; rest > 0; rest -= int(chunk.size())) {
         StandardChannel::write(fd, chunk.left(rest));
     }
 }
@@ -136,7 +136,7 @@ int StandInScript::run(const std::function<int()> &flash) const
 
 bool StandInScript::parseLine(const QByteArray &line)
 {
-    const int space = line.indexOf(' ');
+    const auto space = line.indexOf(' ');
     Step step;
     step.command = space < 0 ? line : line.left(space);
     const QByteArray argument = space < 0 ? QByteArray() : line.mid(space).trimmed();

@@ -49,8 +49,8 @@ int failWithTraceback(const QString &reason)
     // An interpreter writes a traceback in several chunks.
     int begin = 0;
     while (begin < traceback.size()) {
-        const int space = traceback.indexOf(' ', begin);
-        const int end = space < 0 ? traceback.size() : space + 1;
+        const int space = int(traceback.indexOf(' ', begin));
+        const int end = space < 0 ? int(traceback.size()) : space + 1;
         writeError(traceback.mid(begin, end - begin));
         begin = end;
     }

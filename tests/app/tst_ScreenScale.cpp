@@ -40,7 +40,7 @@ Started start(QList<QByteArray> arguments)
     for (QByteArray &argument : arguments) {
         argv.append(argument.data());
     }
-    int argc = argv.size();
+    int argc = int(argv.size());
     argv.append(nullptr);
 
     Desktop desktop;

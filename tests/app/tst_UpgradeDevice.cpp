@@ -260,7 +260,7 @@ void tst_UpgradeDevice::trigger()
         for (const QString &node : nodes) {
             const QList<QByteArray> all = m_stage->testbed.reports(node);
             QCOMPARE(all.count(kReport), all.size());
-            received.append(all.size());
+            received.append(int(all.size()));
         }
         if (received.contains(1)) {
             m_stage->addPort();

@@ -100,7 +100,7 @@ void tst_DeviceComm_mac::startUpdate()
     QFETCH(const Interfaces, interfaces);
     QFETCH(const QStringList, expected);
     DeviceComm &deviceComm = DeviceComm::GetInst();
-    const int before = calls().size();
+    const auto before = calls().size();
     HidapiDouble::setInterfaces(interfaces);
     QTEST(deviceComm.startUpdate(kVendor, kProduct), "reached");
     QCOMPARE(calls().mid(before), QStringList("enumerate 0 0") + expected);

@@ -184,7 +184,7 @@ void tst_HidPlugHook::callbackDoesMore_data()
     row(
         "runs the event loop during a pause",
         [](PlugRecorder &recorder, PlugRecorder &) {
-            const int before = recorder.plugs.size();
+            const auto before = recorder.plugs.size();
             const HidPlugPause pause;
             deliverHidPlugs();
             QCOMPARE(recorder.plugs.size(), before);

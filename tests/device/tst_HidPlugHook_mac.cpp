@@ -135,7 +135,7 @@ void tst_HidPlugHook_mac::nothingDuringStartUpdate()
     const Watch watch;
     DeviceComm &deviceComm = DeviceComm::GetInst();
     turnRunLoop();
-    const int before = calls().size();
+    const auto before = calls().size();
 
     const auto come = [] {
         HidManagerDouble::detach(HidManagerDouble::attach(named(u"first")));

@@ -123,8 +123,8 @@ void tst_HidPlugWatch_linux::fiftyStartsAndStops()
             .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
             .size();
     };
-    const int before = handles();
-    const int children = QCoreApplication::instance()->children().size();
+    const auto before = handles();
+    const auto children = QCoreApplication::instance()->children().size();
     QList<Plug> expected;
     for (int round = 0; round < 50; ++round) {
         const Watch watch;

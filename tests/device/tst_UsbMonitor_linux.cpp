@@ -28,9 +28,8 @@ const Testbed::UsbDevice kTarget = {0x7F3C, 0x0C51, "Device", "0001"};
 
 int openHandles()
 {
-    return QDir("/proc/self/fd")
-        .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
-        .size();
+    const QDir handles("/proc/self/fd");
+    return int(handles.entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size());
 }
 
 /// Runs init_plug() with room for only a few more open files.

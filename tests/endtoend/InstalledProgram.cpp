@@ -3,15 +3,15 @@
 
 #include "tests/endtoend/InstalledProgram.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLibraryInfo>
 #include <QSettings>
 
 InstalledProgram::InstalledProgram(const QStringList &plugins)
 {
-    link(QLibraryInfo::location(QLibraryInfo::PluginsPath), plugins);
+    link(QCoreApplication::libraryPaths().constFirst(), plugins);
     QFile::copy(FW_UPDATE_PROGRAM, path());
     QSettings(m_folder.filePath("qt.conf"), QSettings::IniFormat)
         .setValue("Paths/Plugins", m_folder.filePath("plugins"));

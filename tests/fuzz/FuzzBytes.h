@@ -24,19 +24,18 @@ public:
     template <class Number> Number number()
     {
         Number result = 0;
-        std::memcpy(&result, take(sizeof result).constData(), sizeof result);
+        std::memcpy(&result, take(int(sizeof result)).constData(), sizeof result);
         return result;
     }
     /// Reads a length of one byte and as many bytes.
     QByteArray chunk() { return take(byte()).left(m_taken); }
-    QByteArray rest() { return take(m_bytes.size()).left(m_taken); }
+    QByteArray rest() { return take(int(m_bytes.size())).left(m_taken); }
 
 private:
     /// Pads the result with zeros to \a size, and to at least one byte.
-    QByteArray take(std::size_t size) { return take(static_cast<int>(size)); }
     QByteArray take(int size)
     {
-        m_taken = std::min(size, m_bytes.size());
+        m_taken = std::min(size, int(m_bytes.size()));
         QByteArray result = m_bytes.left(m_taken);
         m_bytes.remove(0, m_taken);
         result.append(std::max(size, 1) - m_taken, '\0');

@@ -31,7 +31,7 @@ void sendMouse(QWidget &button, QEvent::Type type, bool inside, bool left)
     const QPointF place = inside ? QPointF(1, 1) : QPointF(-5, -5);
     const Qt::MouseButton which = left ? Qt::LeftButton : Qt::RightButton;
     const bool isDown = type != QEvent::MouseButtonRelease;
-    QMouseEvent event(type, place, type == QEvent::MouseMove ? Qt::NoButton : which,
+    QMouseEvent event(type, place, place, type == QEvent::MouseMove ? Qt::NoButton : which,
                       isDown ? which : Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&button, &event);
 }

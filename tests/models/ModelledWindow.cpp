@@ -88,10 +88,10 @@ Outcome ModelledWindow::outcome() const
 QString ModelledWindow::difference() const
 {
     using Counts = QVector<int>;
-    const Counts seen
-        = {m_window.isVisible(), m_machine.triggers, m_machine.logLines, m_machine.tools.size()};
-    const Counts expected
-        = {m_model.isVisible, m_model.triggers, m_model.logLines, m_model.outcome.timers.size()};
+    const Counts seen = {m_window.isVisible(), m_machine.triggers, m_machine.logLines,
+                         int(m_machine.tools.size())};
+    const Counts expected = {m_model.isVisible, m_model.triggers, m_model.logLines,
+                             int(m_model.outcome.timers.size())};
     if (outcome() == m_model.outcome && seen == expected) {
         return {};
     }

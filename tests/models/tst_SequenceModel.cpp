@@ -46,13 +46,13 @@ public:
             return click();
         }
         if (choice < 9) {
-            const QByteArray &chunk = kChunks.at(below(kChunks.size()));
+            const QByteArray &chunk = kChunks.at(below(int(kChunks.size())));
             const bool noticed = below(3) != 0;
             m_subject.say(chunk, noticed);
             return QString("say %1%2").arg(QString(chunk), noticed ? "" : " unnoticed");
         }
         if (choice < 12) {
-            const QByteArray &chunk = kChunks.at(below(kChunks.size()));
+            const QByteArray &chunk = kChunks.at(below(int(kChunks.size())));
             m_subject.complain(chunk);
             return "complain " + chunk;
         }
@@ -79,7 +79,7 @@ private:
 
     QString tick()
     {
-        const int timers = m_subject.model().outcome.timers.size();
+        const auto timers = static_cast<int>(m_subject.model().outcome.timers.size());
         if (timers == 0) {
             return "nothing";
         }

@@ -33,5 +33,5 @@ int RepeatedUpgrades::descriptors()
         return -1;
     }
     QCoreApplication::processEvents(); // closes the pipes of the last tool
-    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
+    return int(QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size());
 }

@@ -253,7 +253,7 @@ void DisturbedUpgrade::tick(int times)
 {
     const auto &timers = m_model.outcome.timers;
     for (int i = 0; i < times && !timers.isEmpty() && timers.last() == Outcome::Running; ++i) {
-        m_model.tick(timers.size() - 1);
+        m_model.tick(int(timers.size()) - 1);
         m_stage.tick();
     }
 }

@@ -84,14 +84,14 @@ QByteArray checksumOf(const QByteArray &data)
 
 QByteArray sendInitPacket(Bootloader &bootloader, const QByteArray &initPacket)
 {
-    create(bootloader, Dfu::CommandObject, initPacket.size());
+    create(bootloader, Dfu::CommandObject, int(initPacket.size()));
     write(bootloader, initPacket);
     return execute(bootloader);
 }
 
 QByteArray sendObject(Bootloader &bootloader, const QByteArray &data)
 {
-    create(bootloader, Dfu::DataObject, data.size());
+    create(bootloader, Dfu::DataObject, int(data.size()));
     write(bootloader, data);
     return execute(bootloader);
 }

@@ -75,7 +75,7 @@ bool PtyDevice::exchange()
         return false;
     }
     const QByteArray bytes(chunk.data(), static_cast<int>(qMax<ssize_t>(size, 0)));
-    m_received += bytes.size();
+    m_received += int(bytes.size());
     const QByteArray answer = m_answer(bytes);
     const ssize_t sent = write(m_master, answer.constData(), static_cast<size_t>(answer.size()));
     return m_manner == Talkative || sent == answer.size();

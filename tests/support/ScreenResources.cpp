@@ -15,6 +15,6 @@ void ScreenResources::set(const QByteArray &text)
     }
     XChangeProperty(display, DefaultRootWindow(display), XA_RESOURCE_MANAGER, XA_STRING, 8,
                     PropModeReplace, reinterpret_cast<const unsigned char *>(text.constData()),
-                    text.size());
+                    int(text.size()));
     XCloseDisplay(display);
 }

@@ -82,12 +82,13 @@ void DeviceProcess::pullAfter(int bytes)
 
 int DeviceProcess::hidNodes()
 {
-    return QDir("/sys/class/hidraw").entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
+    const QDir nodes("/sys/class/hidraw");
+    return int(nodes.entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size());
 }
 
 int DeviceProcess::ports()
 {
-    return QDir("/sys/class/tty").entryList({"ttyACM*"}).size();
+    return int(QDir("/sys/class/tty").entryList({"ttyACM*"}).size());
 }
 
 void DeviceProcess::setRules(bool areThere)
@@ -103,7 +104,7 @@ void DeviceProcess::setRules(bool areThere)
 
 int DeviceProcess::count(const QByteArray &event)
 {
-    return ('\n' + log()).count('\n' + event + '\n');
+    return int(('\n' + log()).count('\n' + event + '\n'));
 }
 
 QList<QByteArray> DeviceProcess::reports()

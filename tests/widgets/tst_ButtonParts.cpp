@@ -70,12 +70,12 @@ void tst_ButtonParts::cutsFrames()
 
     const QSize size(width, 12);
     const QList<QPixmap> frames
-        = PixmapStrip::load(StripedPicture::save(m_folder, size), starts.size());
+        = PixmapStrip::load(StripedPicture::save(m_folder, size), int(starts.size()));
     QCOMPARE(frames.size(), starts.size());
     for (int i = 0; i < frames.size(); ++i) {
         const QImage expected = StripedPicture::columns(size, starts.at(i), frameWidth);
         QCOMPARE(frames.at(i).toImage().convertToFormat(expected.format()), expected);
-        QCOMPARE(PixmapStrip::frameRect(size, i, frames.size()),
+        QCOMPARE(PixmapStrip::frameRect(size, i, int(frames.size())),
                  QRect(starts.at(i), 0, frameWidth, size.height()));
     }
 }

@@ -273,7 +273,7 @@ void tst_Bootloader::executesOnlyWholeObjects()
     const DfuPackage package = DfuPackage::forFirmware(firmware(100));
     const QByteArray notPermitted = refused(Dfu::Execute, Result::NotPermitted);
     Bootloader bootloader;
-    create(bootloader, Dfu::CommandObject, package.initPacket.size());
+    create(bootloader, Dfu::CommandObject, int(package.initPacket.size()));
     QCOMPARE(execute(bootloader), notPermitted);
     write(bootloader, package.initPacket.left(10));
     QCOMPARE(execute(bootloader), notPermitted);

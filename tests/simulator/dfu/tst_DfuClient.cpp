@@ -61,7 +61,7 @@ auto silentAfter(int limit, Bootloader &bootloader)
 {
     return [&bootloader, limit, received = 0](const QByteArray &bytes) mutable {
         const QByteArray heard = bytes.left(limit - received);
-        received += heard.size();
+        received += int(heard.size());
         return bootloader.receive(heard);
     };
 }
@@ -127,7 +127,7 @@ void tst_DfuClient::keepsToASmallMtu()
     auto answer = answering(Dfu::GetMtu, "\x01" + LittleEndian::bytes(kMtu), bootloader);
     PtyDevice device([&](const QByteArray &bytes) {
         for (const QByteArray &request : slip.decode(bytes)) {
-            longest = qMax(longest, Slip::encode(request).size());
+            longest = qMax(longest, int(Slip::encode(request).size()));
         }
         return answer(bytes);
     });

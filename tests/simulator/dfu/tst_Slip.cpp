@@ -101,7 +101,7 @@ void tst_Slip::everyByteSurvives()
     for (int i = 0; i < 256; ++i) {
         all.append(static_cast<char>(i));
     }
-    QCOMPARE(Slip(all.size()).decode(Slip::encode(all)), QVector<QByteArray>{all});
+    QCOMPARE(Slip(int(all.size())).decode(Slip::encode(all)), QVector<QByteArray>{all});
 }
 
 void tst_Slip::resetForgetsABegunFrame()
