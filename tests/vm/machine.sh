@@ -91,7 +91,7 @@ pick_modules() { # FROM TO
 }
 
 # Packs busybox, the modules and guest-init into $vm/initramfs.
-make_initramfs() { # ARGUMENT-FOR-THE-SCENARIOS…
+make_initramfs() { # ARGUMENT-FOR-GUEST-MAIN…
     local root=$vm/initramfs.root
     rm -rf "$root"
     mkdir -p "$root"/{bin,proc,sys,dev,host,upper,newroot}
