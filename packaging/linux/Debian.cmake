@@ -41,9 +41,18 @@ group dialout to use the bootloader's serial port.")
 endif()
 configure_file("${linux}/fw-update.README.Debian.in" "${debian}/fw-update.README.Debian" @ONLY)
 
+if(QT_VERSION_MAJOR EQUAL 5)
+    set(qt qtbase5-dev)
+    set(designer qttools5-dev-tools)
+else()
+    set(qt qt6-base-dev)
+    set(designer designer-qt6)
+endif()
 file(WRITE "${debian}/gencontrol"
 "-Vfw-update:Companions=${companions}
 -Vfw-update:Depends=${FW_UPDATE_TOOL_DEPENDS}
+-Vfw-update:Qt=${qt} (>= ${FW_UPDATE_OLDEST_QT})
+-Vfw-update:Designer=${designer}
 -DHomepage=${FW_UPDATE_HOMEPAGE}
 ")
 if(FW_UPDATE_MAINTAINER)
