@@ -38,8 +38,8 @@ QString requestText(quint8 opcode)
 
 } // namespace
 
-DfuClient::DfuClient(int fd)
-    : m_port(fd)
+DfuClient::DfuClient(int fd, FramedPort::Line line)
+    : m_port(fd, line)
 { }
 
 bool DfuClient::flash(const QByteArray &initPacket, const QByteArray &firmware)

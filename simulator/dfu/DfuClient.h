@@ -9,15 +9,15 @@
 #include <QByteArray>
 #include <QString>
 
-/// The host's side of serial DFU, over an open terminal.
+/// The host's side of serial DFU, over an open terminal or socket.
 ///
 /// Calls block until their result is known. No request waits longer than the time limit. Use an
-/// object for one terminal and in one thread only.
+/// object for one line and in one thread only.
 class DfuClient
 {
 public:
     /// Uses \a fd, which must be open for reading and writing. The caller closes it.
-    explicit DfuClient(int fd);
+    explicit DfuClient(int fd, FramedPort::Line line = FramedPort::Line::Terminal);
 
     /// Sets the time limit for one response, and for sending one request.
     void setTimeout(int milliseconds) { m_timeout = milliseconds; }
@@ -27,7 +27,7 @@ public:
 
     /// Writes \a firmware, described by \a initPacket, to the device.
     ///
-    /// Resumes an interrupted transfer of the same package. Leaves the terminal in raw mode.
+    /// Resumes an interrupted transfer of the same package. Leaves a terminal in raw mode.
     /// Returns false on failure; errorString() gives the reason.
     bool flash(const QByteArray &initPacket, const QByteArray &firmware);
 

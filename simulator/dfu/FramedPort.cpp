@@ -30,12 +30,31 @@ bool isTransient(int error)
 
 } // namespace
 
-FramedPort::FramedPort(int fd)
+FramedPort::FramedPort(int fd, Line line)
     : m_fd(fd)
+    , m_line(line)
     , m_slip(kMaxFrameSize)
 { }
 
 bool FramedPort::open()
+{
+    if (m_line == Line::Terminal && !makeRaw()) {
+        return false;
+    }
+    const int flags = fcntl(m_fd, F_GETFL);
+    if (flags < 0 || fcntl(m_fd, F_SETFL, flags | O_NONBLOCK) != 0) {
+        return fail(systemError("The port cannot be set up"));
+    }
+    if (m_line == Line::Terminal) {
+        // Discards responses to an earlier program.
+        tcflush(m_fd, TCIOFLUSH);
+    }
+    m_slip.reset();
+    m_frames.clear();
+    return true;
+}
+
+bool FramedPort::makeRaw()
 {
     termios settings{};
     if (tcgetattr(m_fd, &settings) != 0) {
@@ -43,18 +62,8 @@ bool FramedPort::open()
     }
     cfmakeraw(&settings);
     settings.c_cflag |= CLOCAL | CREAD;
-    if (tcsetattr(m_fd, TCSANOW, &settings) != 0) {
-        return fail(systemError("The port cannot be set up"));
-    }
-    const int flags = fcntl(m_fd, F_GETFL);
-    if (flags < 0 || fcntl(m_fd, F_SETFL, flags | O_NONBLOCK) != 0) {
-        return fail(systemError("The port cannot be set up"));
-    }
-    // Discards responses to an earlier program.
-    tcflush(m_fd, TCIOFLUSH);
-    m_slip.reset();
-    m_frames.clear();
-    return true;
+    return tcsetattr(m_fd, TCSANOW, &settings) == 0
+        || fail(systemError("The port cannot be set up"));
 }
 
 bool FramedPort::send(const QByteArray &frame, QDeadlineTimer deadline)

@@ -10,16 +10,19 @@
 #include <QString>
 #include <QVector>
 
-/// Sends and receives frames over an open terminal, with time limits.
+/// Sends and receives frames over an open terminal or socket, with time limits.
 ///
 /// Functions return false on failure; errorString() gives the reason. Not thread-safe.
 class FramedPort
 {
 public:
-    /// Uses \a fd, which the caller closes.
-    explicit FramedPort(int fd);
+    enum class Line { Terminal, Socket };
 
-    /// Puts the terminal into raw, non-blocking mode and discards pending data.
+    /// Uses \a fd, which the caller closes.
+    explicit FramedPort(int fd, Line line = Line::Terminal);
+
+    /// Puts the line into non-blocking mode. A terminal becomes raw, and its pending data is
+    /// discarded.
     bool open();
 
     /// Writes \a frame, at the latest until \a deadline.
@@ -32,11 +35,13 @@ public:
     QString errorString() const { return m_error; }
 
 private:
+    bool makeRaw();
     bool waitFor(short events, QDeadlineTimer deadline, const char *timeoutError);
     bool readChunk();
     bool fail(const QString &error);
 
     int m_fd;
+    Line m_line;
     Slip m_slip;
     QVector<QByteArray> m_frames;
     QString m_error;
