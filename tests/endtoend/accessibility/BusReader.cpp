@@ -108,7 +108,7 @@ QVariant BusReader::property(const Node &node, const QString &interface, const Q
 QVector<BusReader::Node> BusReader::children(const Node &node) const
 {
     const QVariant answer = call(node, kAccessible, "GetChildren").arguments().value(0);
-    const QDBusArgument list = answer.value<QDBusArgument>();
+    const auto list = answer.value<QDBusArgument>();
     QVector<Node> nodes;
     if (list.currentType() != QDBusArgument::ArrayType) {
         return nodes; // the program has ended
@@ -162,7 +162,7 @@ QStringList BusReader::statesOf(const Node &node) const
     const QVector<std::pair<int, QString>> known
         = {{8, "enabled"}, {11, "focusable"}, {25, "showing"}, {43, "read-only"}};
     const QVariant answer = call(node, kAccessible, "GetState").arguments().value(0);
-    const QList<uint> halves = qdbus_cast<QList<uint>>(answer.value<QDBusArgument>());
+    const auto halves = qdbus_cast<QList<uint>>(answer.value<QDBusArgument>());
     QStringList states;
     for (const auto &[bit, name] : known) {
         if ((halves.value(bit / 32) >> (bit % 32) & 1U) != 0) {
@@ -175,7 +175,7 @@ QStringList BusReader::statesOf(const Node &node) const
 QStringList BusReader::actionsOf(const Node &node) const
 {
     const QVariant answer = call(node, kAction, "GetActions").arguments().value(0);
-    const QDBusArgument list = answer.value<QDBusArgument>();
+    const auto list = answer.value<QDBusArgument>();
     QStringList names;
     if (list.currentType() != QDBusArgument::ArrayType) {
         return names;
