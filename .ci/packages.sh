@@ -60,6 +60,9 @@ packaging_packages=(
     appstream blhc clang debhelper desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin
     lintian lld llvm procps python3 strace udev xdotool)
 
+# Builds and tests the packages in fresh systems.
+distribution_packages=(autopkgtest debootstrap)
+
 homebrew_packages=(cmake ninja pkg-config qt hidapi)
 
 has_homebrew() { brew list "$1" >/dev/null 2>&1; }
