@@ -15,6 +15,7 @@
 
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -191,8 +192,8 @@ std::optional<QStringList> textsOf(const QJsonValue &value)
 
 } // namespace
 
-DeviceSettings::DeviceSettings(const QStringList &names)
-    : m_names(names)
+DeviceSettings::DeviceSettings(QStringList names)
+    : m_names(std::move(names))
 { }
 
 QStringList DeviceSettings::allNames()

@@ -19,7 +19,7 @@ class DeviceSettings
 {
 public:
     /// Uses the options with these \a names only, and the option "device" for the file.
-    explicit DeviceSettings(const QStringList &names = allNames());
+    explicit DeviceSettings(QStringList names = allNames());
 
     static QStringList allNames();
 

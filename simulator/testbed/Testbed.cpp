@@ -12,6 +12,27 @@
 
 #include <algorithm>
 
+namespace {
+
+/// What udev adds to the ports of \a device, by which programs recognise them.
+Testbed::Values udevProperties(const Testbed::UsbDevice &device)
+{
+    const auto id = [](int number) {
+        return QByteArray::number(number, 16).rightJustified(4, '0');
+    };
+    const auto text = [](const QString &name) {
+        return name.toUtf8().replace(' ', '_');
+    };
+    return {{"ID_BUS", "usb"},
+            {"ID_VENDOR_ID", id(device.vendorId)},
+            {"ID_MODEL_ID", id(device.productId)},
+            {"ID_VENDOR", "FW_Update"},
+            {"ID_MODEL", text(device.name)},
+            {"ID_SERIAL_SHORT", text(device.serialNumber)}};
+}
+
+} // namespace
+
 Testbed::Testbed()
     : d(std::make_unique<Private>())
 { }
@@ -76,7 +97,8 @@ void Testbed::addSerialPort(const QString &usbPath, const QString &node)
     const QString name = QFileInfo(node).fileName();
     const QString interfacePath = d->addUsbInterface(usbPath);
     d->serveLine(node);
-    d->addNode(interfacePath + "/tty/" + name, "tty", node, "166", d->nextPort++);
+    d->addNode(interfacePath + "/tty/" + name, "tty", node, "166", d->nextPort++,
+               udevProperties(d->usbDevices.at(usbPath)));
 }
 
 int Testbed::portDescriptor(const QString &node) const

@@ -63,7 +63,8 @@ void Testbed::Private::add(const Sysfs::Device &device)
 }
 
 void Testbed::Private::addNode(const QString &sysPath, const QByteArray &subsystem,
-                               const QString &node, const QByteArray &major, int minor)
+                               const QString &node, const QByteArray &major, int minor,
+                               const Values &properties)
 {
     const QByteArray number = major + ':' + QByteArray::number(minor);
     QFile::link(QString::fromLatin1(number), numberFileOf(node));
@@ -74,9 +75,10 @@ void Testbed::Private::addNode(const QString &sysPath, const QByteArray &subsyst
     device.subsystem = subsystem;
     device.inClass = true;
     device.parentLink = "../../../" + sysPath.section('/', -3, -3);
-    device.properties = {{"DEVNAME", QString(node).remove(0, 5).toUtf8()}, // without "/dev/"
-                         {"MAJOR", major},
-                         {"MINOR", QByteArray::number(minor)}};
+    device.properties = properties;
+    device.properties["DEVNAME"] = QString(node).remove(0, 5).toUtf8(); // without "/dev/"
+    device.properties["MAJOR"] = major;
+    device.properties["MINOR"] = QByteArray::number(minor);
     device.attributes = {{"dev", number}};
     add(device);
 }

@@ -38,7 +38,7 @@ public:
     /// These add devices to /sys and send events. For interfaces, they return the path in /sys.
     void add(const Sysfs::Device &device);
     void addNode(const QString &sysPath, const QByteArray &subsystem, const QString &node,
-                 const QByteArray &major, int minor);
+                 const QByteArray &major, int minor, const Values &properties = {});
     QString addUsbInterface(const QString &usbPath);
     QString addHid(const QString &usbPath, const HidInterface &interface, int number);
 

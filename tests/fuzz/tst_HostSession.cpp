@@ -36,7 +36,7 @@ QByteArray record(Bootloader &bootloader, quint16 receipts)
 {
     QByteArray answers(1, static_cast<char>(receipts));
     PtyDevice device([&](const QByteArray &bytes) {
-        const QByteArray answer = bootloader.receive(bytes);
+        QByteArray answer = bootloader.receive(bytes);
         answers += answer;
         return answer;
     });

@@ -94,6 +94,8 @@ class tst_SimulatedDevice : public QObject
 private slots:
     void onlyItsReportMakesItLeave_data();
     void onlyItsReportMakesItLeave();
+    void hasItsIdentity_data();
+    void hasItsIdentity();
     void comesBackAfterAWhile();
     void doesNotComeBack();
     void cannotBeReached_data();
@@ -101,6 +103,7 @@ private slots:
     void hasSeveralPorts();
     void isFlashed_data();
     void isFlashed();
+    void tellsWhyItRefuses();
     void isFlashedTwice();
     void isSilent();
     void canBeUnpluggedAtAnyTime_data();
@@ -134,6 +137,48 @@ void tst_SimulatedDevice::onlyItsReportMakesItLeave()
     QTRY_COMPARE(device.reports(), QList<QByteArray>{report});
     QCOMPARE(device.state(), leaves ? State::Absent : State::Application);
     QCOMPARE(device.isRestarting(), leaves);
+}
+
+void tst_SimulatedDevice::hasItsIdentity_data()
+{
+    QTest::addColumn<QByteArray>("begin");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QByteArray>("descriptor");
+    QTest::newRow("a report with an id")
+        << QByteArray("\x01\x02\x03") << 5
+        << QByteArray::fromHex("0634120956a10185010956150026ff00750895049102c0");
+    QTest::newRow("the largest report")
+        << QByteArray("\xFF") << 256
+        << QByteArray::fromHex("0634120956a10185ff0956150026ff00750895ff9102c0");
+    QTest::newRow("a report without an id")
+        << QByteArray("\0\x02", 2) << 2
+        << QByteArray::fromHex("0634120956a1010956150026ff00750895019102c0");
+}
+
+void tst_SimulatedDevice::hasItsIdentity()
+{
+    QFETCH(const QByteArray, begin);
+    QFETCH(const int, size);
+    QFETCH(const QByteArray, descriptor);
+    DeviceDescription description{with({})};
+    description.identity = {0x1111, 0x2222, 0x3333, "7", 0x1234, 0x56, begin, size};
+    Testbed testbed;
+    SimulatedDevice device(testbed, description);
+    device.start();
+    QFile node("/sys/class/hidraw/hidraw1/device/report_descriptor");
+    QVERIFY(node.open(QIODevice::ReadOnly));
+    QCOMPARE(node.readAll().toHex(), descriptor.toHex());
+    QFile id("/sys/class/hidraw/hidraw1/device/uevent");
+    QVERIFY(id.open(QIODevice::ReadOnly));
+    QVERIFY(id.readAll().contains("HID_ID=0003:00001111:00002222\n"));
+
+    send(kTrigger, begin + QByteArray(size - int(begin.size()), 'x'));
+
+    QTRY_COMPARE(ports(), QStringList{kPort});
+    const QSerialPortInfo port = QSerialPortInfo::availablePorts().constFirst();
+    QCOMPARE(port.vendorIdentifier(), quint16(0x1111));
+    QCOMPARE(port.productIdentifier(), quint16(0x3333));
+    QCOMPARE(port.serialNumber(), QString("7"));
 }
 
 void tst_SimulatedDevice::comesBackAfterAWhile()
@@ -215,6 +260,7 @@ void tst_SimulatedDevice::isFlashed_data()
     QTest::newRow("slow") << "slow=5" << true << State::Application;
     QTest::newRow("cable pulled") << "drop-out=9000" << false << State::Absent;
     QTest::newRow("wrong checksums") << "wrong-crc" << false << State::Bootloader;
+    QTest::newRow("hash not calculated") << "no-hash" << false << State::Bootloader;
 }
 
 void tst_SimulatedDevice::isFlashed()
@@ -233,6 +279,30 @@ void tst_SimulatedDevice::isFlashed()
     QCOMPARE(device.image(), succeeds ? tool.package.firmware : QByteArray());
     QTRY_VERIFY(!device.isRestarting());
     QCOMPARE(device.state(), endsAs);
+}
+
+void tst_SimulatedDevice::tellsWhyItRefuses()
+{
+    DeviceDescription description{with({})};
+    description.bootloader.hardwareVersion = 53;
+    Testbed testbed;
+    SimulatedDevice device(testbed, description);
+    QList<QByteArray> refusals;
+    connect(&device, &SimulatedDevice::happened, this, [&refusals](const DeviceEvent &event) {
+        if (event.name == "refused") {
+            refusals.append(event.toJson());
+        }
+    });
+    device.startInBootloader();
+    const QByteArray refusal
+        = R"({"code":"0b06","event":"refused","reason":"the firmware is for other hardware"})";
+
+    for (int i = 1; i <= 2; ++i) {
+        const Tool tool;
+        QTRY_VERIFY_WITH_TIMEOUT(tool.hasEnded(), 20000);
+        QTRY_COMPARE(refusals, QVector<QByteArray>(i, refusal).toList());
+        QCOMPARE(device.refusal(), QString("the firmware is for other hardware"));
+    }
 }
 
 void tst_SimulatedDevice::isFlashedTwice()
