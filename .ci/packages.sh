@@ -39,9 +39,10 @@ test_packages=(
     at-spi2-core dbus-daemon doxygen python3-serial "${qt_designer_packages[@]}" weston xwayland
     "${wayland_packages[@]}")
 
-# A crowded desktop: GNOME's compositor, and the themes, styles, picture formats and input methods
-# that desktops install for Qt.
-desktop_packages=(mutter libgl1-mesa-dri ibus "${qt_desktop_packages[@]}")
+# A crowded desktop: GNOME's compositor, a screen reader, and the themes, styles, picture formats and
+# input methods that desktops install for Qt.
+desktop_packages=(
+    mutter libgl1-mesa-dri orca speech-dispatcher xdotool ibus "${qt_desktop_packages[@]}")
 
 # Compiler for the fuzz targets.
 fuzz_packages=(clang libclang-rt-14-dev)
