@@ -116,6 +116,9 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationVersion(FW_UPDATE_VERSION);
     const Options options = parse(application);
 
+    if (!Testbed::isAvailable()) {
+        fail("cannot load umockdev's library; install the package umockdev");
+    }
     TerminationWatch termination;
     EventLog log(options.events, options.asJson);
     Testbed testbed;

@@ -10,9 +10,13 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <dlfcn.h>
+
 #include <algorithm>
 
 namespace {
+
+constexpr auto kPreloaded = "libumockdev-preload.so.0";
 
 /// What udev adds to the ports of \a device, by which programs recognise them.
 Testbed::Values udevProperties(const Testbed::UsbDevice &device)
@@ -33,6 +37,15 @@ Testbed::Values udevProperties(const Testbed::UsbDevice &device)
 
 } // namespace
 
+bool Testbed::isAvailable()
+{
+    void *const library = dlopen(kPreloaded, RTLD_LAZY | RTLD_LOCAL);
+    if (library != nullptr) {
+        dlclose(library);
+    }
+    return library != nullptr;
+}
+
 Testbed::Testbed()
     : d(std::make_unique<Private>())
 { }
@@ -41,8 +54,7 @@ Testbed::~Testbed() = default;
 
 Testbed::Values Testbed::childEnvironment() const
 {
-    return {{"UMOCKDEV_DIR", QFile::encodeName(d->root)},
-            {"LD_PRELOAD", "libumockdev-preload.so.0"}};
+    return {{"UMOCKDEV_DIR", QFile::encodeName(d->root)}, {"LD_PRELOAD", kPreloaded}};
 }
 
 QString Testbed::addUsbDevice(const UsbDevice &device)

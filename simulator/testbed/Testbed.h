@@ -54,6 +54,10 @@ public:
     /// It must not call the testbed.
     using ReportHandler = std::function<void(const Report &report)>;
 
+    /// Whether programs can be started in a testbed. Without the library, they would use the
+    /// machine's own devices.
+    static bool isAvailable();
+
     Testbed();
     ~Testbed();
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -19,6 +20,7 @@ private slots:
     void manualIsInstalled();
     void documentedExampleWorks_data();
     void documentedExampleWorks();
+    void runsNothingWithoutItsLibrary();
     void exitsLikeTheProgram_data();
     void exitsLikeTheProgram();
     void refuses_data();
@@ -154,6 +156,24 @@ void tst_FwSimulate::documentedExampleWorks()
 
     QCOMPARE(QString::fromUtf8(outcome.output), output);
     QCOMPARE(outcome.exitCode, 0);
+}
+
+/// Otherwise, the program would use the devices of the machine.
+void tst_FwSimulate::runsNothingWithoutItsLibrary()
+{
+    QVERIFY(QDir(m_folder.path()).mkdir("broken"));
+    QFile library(path("broken/libumockdev-preload.so.0"));
+    QVERIFY(library.open(QIODevice::WriteOnly));
+    library.write("no library");
+    library.close();
+
+    const Outcome outcome = run("LD_LIBRARY_PATH=broken fw-simulate -- touch ran");
+
+    QCOMPARE(outcome.output,
+             QByteArray("fw-simulate: cannot load umockdev's library; install the "
+                        "package umockdev\n"));
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY(!QFile::exists(path("ran")));
 }
 
 void tst_FwSimulate::exitsLikeTheProgram_data()
