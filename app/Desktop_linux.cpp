@@ -117,6 +117,8 @@ Desktop::Desktop()
     const bool scales = m_findsScale ? !m_makesPointPixel : switchesScalingOn();
     QtCompat::setScaling(scales);
     changeSetting("QT_ENABLE_HIGHDPI_SCALING", scales ? "1" : "0");
+    // Where it rounds the scale up, Qt 6 would make texts smaller.
+    addSetting("QT_DPI_ADJUSTMENT_POLICY", "AdjustUpOnly");
 }
 
 ApplicationPointer Desktop::startQt(int &argc, char **argv)
