@@ -39,6 +39,7 @@ private slots:
 
     void phrase_data();
     void phrase();
+    void logQuotesBytes();
     void errorText_data();
     void errorText();
     void longErrorText_data();
@@ -105,6 +106,13 @@ void tst_UpgradeOutput::phrase()
     QCOMPARE(m_stage->outcome(), expected);
     QCOMPARE(m_stage->takeJournal().filter("log:"),
              QStringList(UpgradeStage::logged("Standard Output:", chunk)));
+}
+
+void tst_UpgradeOutput::logQuotesBytes()
+{
+    const QByteArray bytes("a\"\\\n\x01\x7f\xc3\xa4\0z", 10);
+    QCOMPARE(UpgradeStage::logged("Standard Output:", bytes),
+             QString("log: Standard Output: \"a\\\"\\\\\\n\\x01\\x7F\\xC3\\xA4\\x00z\""));
 }
 
 void tst_UpgradeOutput::errorText_data()

@@ -58,7 +58,7 @@ void tst_WindowAccessibility::children()
         QCOMPARE(interface->indexOfChild(interface->child(i)), i);
         QCOMPARE(interface->child(i)->parent(), interface);
     }
-    QVERIFY(interface->child(parts.size()) == nullptr);
+    QVERIFY(interface->child(int(parts.size())) == nullptr);
     QCOMPARE(interface->indexOfChild(interfaceOf(window.centralWidget())), -1);
 }
 

@@ -10,6 +10,10 @@
 
 namespace {
 
+/// Among the settings, it means that this variable is not set, as in sessions of X. Qt 6 would
+/// prefer Wayland.
+const QString kNoWayland = "WAYLAND_DISPLAY";
+
 /// Where there is light text in \a area of \a picture.
 QRect ink(const QImage &picture, const QRect &area)
 {
@@ -75,7 +79,8 @@ void tst_DenseScreen::windowGrowsWithTheScreen_data()
     const QStringList noWayland = {"platforms/libqxcb.so"};
     const auto rowOnX = [&](const char *name, const QByteArray &dpi, const QStringList &settings,
                             const QStringList &arguments, int factor) {
-        QTest::newRow(name) << all << dpi << settings + QStringList{"XDG_SESSION_TYPE=x11"}
+        QTest::newRow(name) << all << dpi
+                            << settings + QStringList{"XDG_SESSION_TYPE=x11", kNoWayland}
                             << arguments << true << factor;
     };
     rowOnX("desktop says nothing", "", {}, {}, 1);
@@ -128,6 +133,9 @@ void tst_DenseScreen::windowGrowsWithTheScreen()
     environment.insert("DISPLAY", ours.value("DISPLAY")); // desktops have an X server, too
     for (const QString &setting : settings) {
         environment.insert(setting.section('=', 0, 0), setting.section('=', 1));
+    }
+    if (settings.contains(kNoWayland)) {
+        environment.remove(kNoWayland);
     }
     QProcess program;
     program.setProcessEnvironment(environment);

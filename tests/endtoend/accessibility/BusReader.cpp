@@ -61,7 +61,7 @@ bool BusReader::press(const QString &name) const
 {
     bool found = false;
     visitWindows([&](const Node &node, int /*depth*/) {
-        const int action = actionsOf(node).indexOf("Press");
+        const auto action = int(actionsOf(node).indexOf("Press"));
         if (action >= 0 && nameOf(node) == name) {
             found = true;
             call(node, kAction, "DoAction", {action});
