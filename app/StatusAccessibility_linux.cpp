@@ -3,13 +3,15 @@
 
 #include "app/StatusAccessibility.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QEvent>
 #include <QLabel>
 
 namespace {
 
-/// Reports a new text when it is painted: texts that are replaced before that are not spoken.
+/// Reports a new text when it is painted: texts that are replaced before that are not spoken. Once
+/// a click has disabled a button, the same text is new again.
 class TextReporter : public QObject
 {
 public:
@@ -17,15 +19,23 @@ public:
         : m_reported(label->text())
     {
         label->installEventFilter(this);
+        const auto buttons = label->window()->findChildren<QAbstractButton *>();
+        for (QAbstractButton *const button : buttons) {
+            button->installEventFilter(this);
+        }
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         const auto *const label = qobject_cast<QLabel *>(watched);
+        const auto *const button = qobject_cast<QAbstractButton *>(watched);
         if (label != nullptr && event->type() == QEvent::Paint && label->text() != m_reported) {
             m_reported = label->text();
             QAccessibleEvent shown(watched, QAccessible::ObjectShow);
             QAccessible::updateAccessibility(&shown);
+        }
+        if (button != nullptr && event->type() == QEvent::EnabledChange && !button->isEnabled()) {
+            m_reported.clear();
         }
         return false;
     }

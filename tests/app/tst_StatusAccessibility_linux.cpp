@@ -11,6 +11,21 @@
 
 using namespace WindowParts;
 
+namespace {
+
+/// Notes the text of a notification that appears. Without one, it appears with the window.
+void note(const QAccessibleEvent *event, QStringList *spoken)
+{
+    const QAccessibleInterface *const interface = event->accessibleInterface();
+    const QString text = interface->text(QAccessible::Name);
+    if (event->type() == QAccessible::ObjectShow && !text.isEmpty()
+        && interface->role() == QAccessible::Notification) {
+        spoken->append(text);
+    }
+}
+
+} // namespace
+
 /// How screen readers learn the texts of the status line.
 class tst_StatusAccessibility_linux : public QObject
 {
@@ -21,6 +36,8 @@ private slots:
     void notification_data();
     void notification();
     void paintedTextsAreSpoken();
+    void sameTextIsSpokenAfterAClick_data();
+    void sameTextIsSpokenAfterAClick();
     void deletedLabelTellsNothing();
 };
 
@@ -48,17 +65,12 @@ void tst_StatusAccessibility_linux::notification()
 
 void tst_StatusAccessibility_linux::paintedTextsAreSpoken()
 {
+    QStringList spoken;
+    const ScreenReader reader([&](const QAccessibleEvent *event) { note(event, &spoken); });
     MainWindow window;
     QLabel *const label = statusLabel(window);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QStringList spoken;
-    const ScreenReader reader([&](const QAccessibleEvent *event) {
-        if (event->type() == QAccessible::ObjectShow && event->object() == label) {
-            spoken.append(label->text());
-        }
-    });
-    QVERIFY(QAccessible::queryAccessibleInterface(label) != nullptr);
     for (const char *const text : {"first", "second", "second"}) {
         label->setText("replaced before it is painted");
         QEvent other(QEvent::User);
@@ -67,6 +79,40 @@ void tst_StatusAccessibility_linux::paintedTextsAreSpoken()
         label->repaint();
     }
     QCOMPARE(spoken, QStringList({"first", "second"}));
+}
+
+void tst_StatusAccessibility_linux::sameTextIsSpokenAfterAClick_data()
+{
+    QTest::addColumn<bool>("readerIsFirst");
+    QTest::newRow("the reader starts first") << true;
+    QTest::newRow("the program starts first") << false;
+}
+
+void tst_StatusAccessibility_linux::sameTextIsSpokenAfterAClick()
+{
+    QFETCH(bool, readerIsFirst);
+    QStringList spoken;
+    std::unique_ptr<ScreenReader> reader;
+    const auto startReader = [&] {
+        reader = std::make_unique<ScreenReader>(
+            [&](const QAccessibleEvent *event) { note(event, &spoken); });
+    };
+    if (readerIsFirst) {
+        startReader();
+    }
+    MainWindow window;
+    QLabel *const label = statusLabel(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    if (!readerIsFirst) {
+        startReader();
+    }
+    for (const bool enabled : {true, false, true, false}) {
+        upgradeButton(window)->setEnabled(enabled); // a click disables it
+        label->setText("same");
+        label->repaint();
+    }
+    QCOMPARE(spoken, QStringList({"same", "same", "same"}));
 }
 
 void tst_StatusAccessibility_linux::deletedLabelTellsNothing()

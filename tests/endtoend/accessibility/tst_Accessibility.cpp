@@ -98,6 +98,10 @@ void tst_Accessibility::failure()
     QTRY_COMPARE_WITH_TIMEOUT(reader.spoken, QStringList(StatusText::kNotFound), kSoon);
     QCOMPARE(reader.windows(), window(StatusText::kNotFound, 0, true));
     QCOMPARE(reader.values, QVector<double>());
+
+    QVERIFY(reader.press("Start Upgrade"));
+    QTRY_COMPARE_WITH_TIMEOUT(reader.spoken,
+                              QStringList({StatusText::kNotFound, StatusText::kNotFound}), kSoon);
 }
 
 void tst_Accessibility::close()
