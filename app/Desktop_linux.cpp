@@ -28,8 +28,8 @@ bool runsOnWayland()
 /// Whether the user has chosen a scale, which may be none.
 bool choosesScale()
 {
-    const auto isSet = [](const char *name) {
-        return qEnvironmentVariableIsSet(name);
+    const auto isFactor = [](const char *name) {
+        return qEnvironmentVariableIsSet(name) && qgetenv(name) != "auto";
     };
     const auto isOff = [](const char *name) {
         return qgetenv(name) == "0";
@@ -37,7 +37,7 @@ bool choosesScale()
     const std::array factors
         = {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_DEVICE_PIXEL_RATIO"};
     const std::array switches = {"QT_ENABLE_HIGHDPI_SCALING", "QT_AUTO_SCREEN_SCALE_FACTOR"};
-    return std::any_of(factors.begin(), factors.end(), isSet)
+    return std::any_of(factors.begin(), factors.end(), isFactor)
         || std::any_of(switches.begin(), switches.end(), isOff);
 }
 
@@ -45,8 +45,7 @@ bool choosesScale()
 bool switchesScalingOn()
 {
     return qEnvironmentVariableIntValue("QT_ENABLE_HIGHDPI_SCALING") > 0
-        || qEnvironmentVariableIntValue("QT_AUTO_SCREEN_SCALE_FACTOR") > 0
-        || qgetenv("QT_DEVICE_PIXEL_RATIO") == "auto";
+        || qEnvironmentVariableIntValue("QT_AUTO_SCREEN_SCALE_FACTOR") > 0;
 }
 
 /// The name of the X screen that Qt uses when it is given \a arguments; null for the default one.

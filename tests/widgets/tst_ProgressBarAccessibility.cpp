@@ -38,6 +38,7 @@ private slots:
     void value();
     void isReadOnly();
     void reportsSteps();
+    void reportsNothingUnpainted();
     void reportsOnceAfterANewInterface();
     void deletedBarTellsNothing();
 };
@@ -91,6 +92,16 @@ void tst_ProgressBarAccessibility::reportsSteps()
         bar.repaint();
     }
     QCOMPARE(reader.values, (QVector<QVariant>{500, 2003, 10000, 9999, 0}));
+}
+
+void tst_ProgressBarAccessibility::reportsNothingUnpainted()
+{
+    const ValueReader reader;
+    CustomProgressBar bar(nullptr);
+    QVERIFY(interfaceOf(bar) != nullptr);
+    bar.setValue(5000);
+    bar.setEnabled(false); // another event than Paint
+    QCOMPARE(reader.values, QVector<QVariant>());
 }
 
 void tst_ProgressBarAccessibility::reportsOnceAfterANewInterface()
