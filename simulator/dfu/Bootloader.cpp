@@ -40,7 +40,8 @@ Bootloader::Bootloader(BootloaderSettings settings)
 QByteArray Bootloader::receive(const QByteArray &bytes)
 {
     QByteArray answers;
-    for (const QByteArray &request : m_slip.decode(bytes)) {
+    const QVector<QByteArray> requests = m_slip.decode(bytes);
+    for (const QByteArray &request : requests) {
         const auto opcode = static_cast<quint8>(request.at(0));
         // The echo of a terminal, which must not cause a response.
         if (opcode == Response) {

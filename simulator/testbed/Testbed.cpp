@@ -140,7 +140,7 @@ void Testbed::removeNode(const QString &node)
 
 void Testbed::announce(const QString &node, const QByteArray &action)
 {
-    d->announce(d->sysfs.devicesFrom(d->nodes.at(node).sysPath).first(), action);
+    d->announce(d->sysfs.devicesFrom(d->nodes.at(node).sysPath).constFirst(), action);
 }
 
 void Testbed::setOpenFails(const QString &node, bool fails)

@@ -34,7 +34,6 @@ private:
     };
 
     QString path(const QString &name) const { return m_folder.filePath(name); }
-    QStringList sections() const;
     void saveFiles() const;
     Outcome run(const QString &command) const;
 
@@ -94,11 +93,6 @@ void tst_FwSimulate::saveFiles() const
     }
 }
 
-QStringList tst_FwSimulate::sections() const
-{
-    return m_page.split("\n## ");
-}
-
 tst_FwSimulate::Outcome tst_FwSimulate::run(const QString &command) const
 {
     QProcessEnvironment environment;
@@ -138,7 +132,8 @@ void tst_FwSimulate::documentedExampleWorks_data()
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("output");
 
-    for (const QString &section : sections()) {
+    const QStringList sections = m_page.split("\n## ");
+    for (const QString &section : sections) {
         const QStringList blocks = blocksOf(section);
         // Others need files that the reader has.
         if (blocks.size() == 2) {

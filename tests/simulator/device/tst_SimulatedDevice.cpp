@@ -248,7 +248,7 @@ void tst_SimulatedDevice::hasSeveralPorts()
     device.startInBootloader();
 
     QCOMPARE(ports().size(), 3);
-    QCOMPARE(ports().first(), kPort);
+    QCOMPARE(ports().constFirst(), kPort);
 }
 
 void tst_SimulatedDevice::isFlashed_data()

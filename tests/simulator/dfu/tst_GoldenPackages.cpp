@@ -106,7 +106,7 @@ void tst_GoldenPackages::acceptsAPackage_data()
                                                                  {2, number(2, 52)},
                                                                  {4, number(4, 0)},
                                                                  {7, number(7, 5000)},
-                                                                 {8, initFields()[8]}})
+                                                                 {8, initFields().value(8)}})
                                               << device();
     QTest::newRow("with boot validation")
         << unsignedPacket(with(10, bytes(10, number(1, 1)) + bytes(10, number(1, 2)))) << device();
@@ -241,7 +241,7 @@ void tst_GoldenPackages::namesTheFirstFault_data()
     row("the type of image", 0x04, unsignedPacket(init));
     init.insert(4, number(4, 0));
     row("the type of hash", 0x09, unsignedPacket(init));
-    init.insert(8, initFields()[8]);
+    init.insert(8, initFields().value(8));
     row("the hardware version", 0x06, unsignedPacket(init));
     init.insert(2, number(2, 52));
     row("the SoftDevice", 0x07, unsignedPacket(init));
@@ -301,6 +301,12 @@ void tst_GoldenPackages::readsKeys_data()
         "MCowBQYDK2VuAyEAhSDwCYkwp1R0i33ctD73Wg2/Og0mOBr066SpjqqbTmo=\n"
         "-----END PUBLIC KEY-----\n")
                                   << int(PublicKey::Type::None);
+    QTest::newRow("another curve")
+        << QByteArray("-----BEGIN PUBLIC KEY-----\n"
+                      "MFYwEAYHKoZIzj0CAQYFK4EEAAoDQgAEzx/7CJGzcrSThth1fvl03w32sD9sNOyN\n"
+                      "DIn7hB+x8C0vuMcW9vitKWjG7drUb6lGgYeyxRxLlI6Dix6MWW6YIg==\n"
+                      "-----END PUBLIC KEY-----\n")
+        << int(PublicKey::Type::None);
     QTest::newRow("no key") << QByteArray("key") << int(PublicKey::Type::None);
     QTest::newRow("nothing") << QByteArray() << int(PublicKey::Type::None);
 }
