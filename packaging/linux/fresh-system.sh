@@ -25,7 +25,7 @@ root=$FW_UPDATE_TRIAL/root
 make_system() {
     mkdir -p "$folder"
     [[ ! -e $system ]] || return 0
-    debootstrap --variant=minbase "$suite" "$system.new" http://deb.debian.org/debian
+    debootstrap --variant=minbase "$suite" "$system.new"
     mv "$system.new" "$system"
 }
 
