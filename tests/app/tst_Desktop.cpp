@@ -76,6 +76,8 @@ void tst_Desktop::start_data()
               QTest::newRow(name) << settings << pointIsPixel << scale;
           };
     row("nothing set", {}, true, 1);
+    row("user asks for OpenGL on Wayland", {"QT_WAYLAND_CLIENT_BUFFER_INTEGRATION=wayland-egl"},
+        true, 1);
     row("user switches scaling on", {"QT_ENABLE_HIGHDPI_SCALING=1"}, true, 1);
     row("user sets the font resolution", {"QT_FONT_DPI=192"}, false, 2);
     row("user sets one and a half times the usual font resolution", {"QT_FONT_DPI=144"}, false, 2);
