@@ -20,7 +20,8 @@ inline void start()
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("XDG_RUNTIME_DIR", QDir::tempPath().toLocal8Bit());
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    static const QApplication application(count, arguments);
+    // Never deleted: at the exit, Qt 6 has already cleaned up what the destructor needs.
+    [[maybe_unused]] static const auto *const application = new QApplication(count, arguments);
 }
 
 /// Aborts if there is a \a difference.
