@@ -171,6 +171,7 @@ void tst_UpgradeOutput::longErrorText()
     QFETCH(int, size);
 
     m_stage->complain("trouble");
+    QVERIFY(m_stage->waitForSleep());
     UpgradeStage::setTool("head -c " + QByteArray::number(size)
                           + " /dev/zero | tr '\\0' x >&2\nexec sleep 1000\n");
     start();
