@@ -48,7 +48,7 @@ desktop_packages=(
 fuzz_packages=(clang libclang-rt-14-dev)
 
 # Linters and dynamic analysis.
-quality_packages=(clang-format clang-tidy cppcheck clazy gcovr shellcheck valgrind xdotool)
+quality_packages=(clang-format clang-tidy cppcheck clazy gcovr shellcheck valgrind)
 
 # Benchmarks.
 benchmark_packages=(binutils libbenchmark-dev libxdamage-dev)
