@@ -3,6 +3,8 @@
 
 #include "tests/endtoend/Stage.h"
 
+#include "simulator/demo/WindowLook.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QJsonDocument>
@@ -20,8 +22,14 @@ Stage::Stage(const DeviceBehaviour &behaviour)
 
 Stage::~Stage()
 {
+    constexpr int kSoon = 2000;
     constexpr int kLongest = 20000;
     user.release(); // a failed test may have left it pressed
+    if (program.isRunning()) {
+        // A program that exits by itself reports leaks and coverage.
+        user.click(WindowLook::kCloseButton);
+        ScreenUser::waitUntil([this] { return !program.isRunning(); }, kSoon);
+    }
     if (program.isRunning()) {
         program.terminate();
     }

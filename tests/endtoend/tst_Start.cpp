@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "simulator/demo/WindowLook.h"
 #include "tests/endtoend/InstalledProgram.h"
 #include "tests/support/ProgramStage.h"
 
@@ -114,7 +115,7 @@ void tst_Start::loadsOnlyPluginsAskedFor()
     expected.sort();
     QCOMPARE(loadedPlugins(program.processId()), expected.join(' '));
 
-    program.terminate();
+    user.click(WindowLook::kCloseButton);
     QVERIFY(program.waitForFinished());
     // Qt complains about a probe, which does nothing.
     if (asked.isEmpty()) {
