@@ -67,15 +67,15 @@ int screenScale(const char *name)
 
     // Qt has loaded this library for X; linked, it would be loaded on Wayland, too.
     QLibrary x11("X11", 6);
+    if (!x11.load()) {
+        return 1;
+    }
     using Open = void *(*)(const char *name);
     using GetDefault = const char *(*)(void *display, const char *program, const char *option);
     using Close = int (*)(void *display);
     const auto open = reinterpret_cast<Open>(x11.resolve("XOpenDisplay"));
     const auto getDefault = reinterpret_cast<GetDefault>(x11.resolve("XGetDefault"));
     const auto close = reinterpret_cast<Close>(x11.resolve("XCloseDisplay"));
-    if (open == nullptr || getDefault == nullptr || close == nullptr) {
-        return 1;
-    }
     void *const display = open(name);
     if (display == nullptr) {
         return 1;
