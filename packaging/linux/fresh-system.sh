@@ -6,6 +6,7 @@
 # for trials. FOLDER keeps it for the next time. Needs root and Debian's archive.
 
 suite=bookworm
+export PATH=$PATH:/usr/sbin:/sbin # for chroot and debootstrap, since root's path may be a user's
 
 # The script continues in a mount namespace of its own, which takes all mounts with it.
 if [[ -z ${FW_UPDATE_TRIAL:-} ]]; then
