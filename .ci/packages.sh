@@ -36,8 +36,8 @@ simulator_packages=(
 
 # Only for tests.
 test_packages=(
-    at-spi2-core dbus-daemon doxygen python3-serial "${qt_designer_packages[@]}" weston xwayland
-    "${wayland_packages[@]}")
+    at-spi2-core dbus-daemon doxygen locales python3-serial "${qt_designer_packages[@]}" weston
+    xwayland "${wayland_packages[@]}")
 
 # A crowded desktop: GNOME's compositor, a screen reader, and the themes, styles, picture formats and
 # input methods that desktops install for Qt.

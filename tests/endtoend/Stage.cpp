@@ -11,8 +11,8 @@
 #include <QScreen>
 #include <QTest>
 
-Stage::Stage(const DeviceBehaviour &behaviour)
-    : ProgramStage(FW_UPDATE_PROGRAM, STAND_IN_TOOL)
+Stage::Stage(const DeviceBehaviour &behaviour, const QString &folder)
+    : ProgramStage(FW_UPDATE_PROGRAM, STAND_IN_TOOL, folder)
     , device(testbed, behaviour)
     , program(testbed)
 {
@@ -49,7 +49,9 @@ void Stage::setToolScript(const QByteArray &script)
 
 bool Stage::open(const QString &directory)
 {
-    return program.start(path("fw-update"), {}, directory.isEmpty() ? path("") : directory)
+    QStringList command = m_launcher + QStringList{path("fw-update")};
+    const QString first = command.takeFirst();
+    return program.start(first, command, directory.isEmpty() ? path("") : directory)
         && waitForWindow();
 }
 

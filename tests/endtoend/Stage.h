@@ -14,13 +14,17 @@
 class Stage final : public ProgramStage
 {
 public:
-    explicit Stage(const DeviceBehaviour &behaviour = {});
+    /// The name of the program's folder may begin with \a folder.
+    explicit Stage(const DeviceBehaviour &behaviour = {}, const QString &folder = QString());
 
     /// Waits for a tool that is still running. Shows the program's log if the test has failed.
     ~Stage();
 
     /// Replaces the tool's behaviour by a script for StandInScript.
     void setToolScript(const QByteArray &script);
+
+    /// Lets \a launcher, a program and its arguments, start the program.
+    void setLauncher(const QStringList &launcher) { m_launcher = launcher; }
 
     /// Starts the program in its own folder, or in \a directory, and waits for its window. Returns
     /// whether it appeared.
@@ -53,4 +57,5 @@ private:
     void tellLog() const;
 
     QStringList m_toolTexts;
+    QStringList m_launcher;
 };

@@ -5,6 +5,7 @@
 
 #include "simulator/demo/WindowLook.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace {
@@ -30,9 +31,10 @@ ScreenUser ProgramStage::makeUser()
                          : ScreenUser("FW Update");
 }
 
-ProgramStage::ProgramStage(const QString &program, const QString &tool)
+ProgramStage::ProgramStage(const QString &program, const QString &tool, const QString &folder)
     : user(makeUser())
     , package(DfuPackage::generate(kFirmwareSize))
+    , m_folder(QDir::temp().filePath((folder.isEmpty() ? "stage" : folder) + "-XXXXXX"))
 {
     QFile::copy(program, path("fw-update"));
     QFile::copy(tool, path("nrfutil-mac"));

@@ -28,8 +28,9 @@ public:
     /// What the program finds if its user starts it, made from \a environment.
     static QProcessEnvironment usersEnvironment(QProcessEnvironment environment);
 
-    /// Copies the files \a program and \a tool.
-    ProgramStage(const QString &program, const QString &tool);
+    /// Copies the files \a program and \a tool to a new folder, whose name may begin with
+    /// \a folder.
+    ProgramStage(const QString &program, const QString &tool, const QString &folder = QString());
 
     ProgramStage(const ProgramStage &) = delete;
     ProgramStage &operator=(const ProgramStage &) = delete;
