@@ -2,10 +2,10 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 #
-# Sourced with the script's arguments, of which the first is a FOLDER: provides a fresh Debian system
-# for trials. FOLDER keeps it for the next time. Needs root and Debian's archive.
+# Sourced with the script's arguments, [--release NAME] FOLDER...: provides a fresh Debian system for
+# trials, Debian 12 by default. FOLDER keeps it for the next time. Needs root and Debian's archive.
+# Takes the option away from the arguments.
 
-suite=bookworm
 export PATH=$PATH:/usr/sbin:/sbin # for chroot and debootstrap, since root's path may be a user's
 
 # The script continues in a mount namespace of its own, which takes all mounts with it.
@@ -19,16 +19,14 @@ if [[ -z ${FW_UPDATE_TRIAL:-} ]]; then
     exit
 fi
 
+release=bookworm
+if [[ $1 == --release ]]; then
+    release=$2
+    shift 2
+fi
 folder=$(realpath -m "$1")
-system=$folder/$suite
+system=$folder/$release
 root=$FW_UPDATE_TRIAL/root
-
-make_system() {
-    mkdir -p "$folder"
-    [[ ! -e $system ]] || return 0
-    debootstrap --variant=minbase "$suite" "$system.new"
-    mv "$system.new" "$system"
-}
 
 # fresh: mounts the fresh system at $root. Memory takes all writes.
 fresh() {
