@@ -223,6 +223,11 @@ void tst_Demo::refusesWhatItDoesNotKnow_data()
     QTest::newRow("a tool that is a folder")
         << DEMO_SCRIPT << QStringList{"--tool", "/usr"}
         << QByteArray("demo: /usr is not an executable file\n");
+    QTest::newRow("a preset") << TEST_SCRIPT << QStringList{"explode"}
+                              << QByteArray("test: unknown preset explode\n");
+    QTest::newRow("no folder for temporary files")
+        << "env" << QStringList{"TMPDIR=/proc", TEST_SCRIPT, "explode"}
+        << QByteArray("test: /proc is not writable; set TMPDIR to a folder that is\n");
     QTest::newRow("a missing package") << DEMO_SCRIPT << QStringList{"--package", "/missing"}
                                        << QByteArray("demo: /missing does not exist\n");
 }
