@@ -59,7 +59,7 @@ machine_packages=(qemu-system-x86 busybox-static udev systemd)
 # Builds and checks the packages.
 packaging_packages=(
     appstream blhc clang debhelper desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin
-    lintian lld llvm procps python3 strace udev xdotool)
+    lintian lld llvm python3 strace udev xdotool)
 
 # Builds and tests the packages in fresh systems.
 distribution_packages=(autopkgtest debootstrap)
