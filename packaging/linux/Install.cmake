@@ -25,7 +25,8 @@ function(bootloader_rules variable)
 endfunction()
 
 if(NOT FW_UPDATE_BOOTLOADER_IDS)
-    message(STATUS "FW_UPDATE_BOOTLOADER_IDS is empty: only members of the group dialout can upgrade")
+    message(STATUS
+        "FW_UPDATE_BOOTLOADER_IDS is empty: only members of the group dialout can upgrade")
 endif()
 include("${linux}/Releases.cmake")
 bootloader_rules(FW_UPDATE_BOOTLOADER_RULES)
