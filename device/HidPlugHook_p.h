@@ -75,6 +75,6 @@ protected:
 /// Creates the process's one watch, unless it exists.
 void startHidPlugWatch();
 
-/// Deletes the watch and drops what it has not delivered. During a callback the watch stays, because
-/// the platform still uses it.
+/// Deletes the watch and drops what it has not delivered. During a callback the watch stays,
+/// because the platform still uses it.
 void stopHidPlugWatch();
