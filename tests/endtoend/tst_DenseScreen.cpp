@@ -95,6 +95,8 @@ void tst_DenseScreen::windowGrowsWithTheScreen_data()
     rowOnX("user switches scaling on", "192", {"QT_AUTO_SCREEN_SCALE_FACTOR=1"}, {}, 2);
     rowOnX("user lets Qt find the scale", "192", {"QT_DEVICE_PIXEL_RATIO=auto"}, {}, 2);
     rowOnX("user switches scaling off", "192", {"QT_ENABLE_HIGHDPI_SCALING=0"}, {}, 1);
+    rowOnX("user switches scaling off the old way", "192", {"QT_AUTO_SCREEN_SCALE_FACTOR=0"}, {},
+           1);
     rowOnX("user wants a factor of 1", "192", {"QT_SCALE_FACTOR=1"}, {}, 1);
     rowOnX("user wants a factor of 2", "", {"QT_SCALE_FACTOR=2"}, {}, 2);
 
