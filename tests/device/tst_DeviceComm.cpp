@@ -66,6 +66,8 @@ class tst_DeviceComm : public QObject
 private slots:
     void oneInterface_data();
     void oneInterface();
+    void stringsDoNotMatter_data();
+    void stringsDoNotMatter();
     void noDeviceAtAll();
     void otherInterfacesOfTheDeviceGetNothing();
     void interfacesAllGetTheReport_data();
@@ -105,6 +107,36 @@ void tst_DeviceComm::oneInterface()
     QCOMPARE(testbed.reports(node), matches ? oneReport() : QList<QByteArray>());
     QCOMPARE(testbed.handlesSoFar(node), matches ? 1 : 0);
     QCOMPARE(testbed.openHandles(node), 0);
+}
+
+void tst_DeviceComm::stringsDoNotMatter_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("none") << QByteArray("");
+    QTest::newRow("several scripts") << QByteArray("Gerät デバイス جهاز 設備 \xF0\x9F\x94\x8C");
+    QTest::newRow("255 characters") << QByteArray("漢").repeated(255);
+    QTest::newRow("invalid UTF-8") << QByteArray("a\xFF\xC3");
+    QTest::newRow("two lines") << QByteArray("one\ntwo");
+    QTest::newRow("an assignment") << QByteArray("HID_ID=0003:00000001:00000001");
+}
+
+/// The target and the device before it have the same strings.
+void tst_DeviceComm::stringsDoNotMatter()
+{
+    QFETCH(const QByteArray, text);
+    const Testbed::Values attributes
+        = {{"manufacturer", text}, {"product", text}, {"serial", text}};
+    // The kernel cuts both, even within a character.
+    const Testbed::Values properties = {{"HID_NAME", text.left(127)}, {"HID_UNIQ", text.left(63)}};
+    Testbed testbed;
+    const QString other = testbed.addUsbDevice({1, 1, "", "", {}, attributes});
+    testbed.addHidInterface(other, {1, 6, {}, properties});
+    const QString target = testbed.addUsbDevice({kVendor, kProduct, "", "", {}, attributes});
+    const QString node = testbed.addHidInterface(target, {kUsagePage, kUsage, {}, properties});
+
+    QVERIFY(DeviceComm::GetInst().startUpdate(kVendor, kProduct));
+
+    QCOMPARE(testbed.reports(node), oneReport());
 }
 
 void tst_DeviceComm::noDeviceAtAll()

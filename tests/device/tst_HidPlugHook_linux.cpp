@@ -154,6 +154,10 @@ void tst_HidPlugHook_linux::propertiesAreRead_data()
     QTest::newRow("bus of other digits")
         << QByteArray("00030:00007F3C:00000C51") << other << name << kArrival;
     QTest::newRow("bus is unknown") << QByteArray() << other << name << unknown;
+    QTest::newRow("several scripts")
+        << id << QByteArray("デバイス جهاز") << name << named(QString("デバイス جهاز"));
+    QTest::newRow("invalid UTF-8") << id << QByteArray("a\xFF\x62") << name << named("a?b");
+    QTest::newRow("two lines") << id << QByteArray("one\ntwo") << name << named("one\ntwo");
     QTest::newRow("endless product")
         << id << QByteArray(10000, 'x') << name << named(QString(255, 'x'));
     QTest::newRow("endless HID name")
