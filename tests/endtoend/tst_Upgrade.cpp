@@ -3,6 +3,7 @@
 
 #include "simulator/demo/StatusText.h"
 #include "simulator/demo/WindowLook.h"
+#include "tests/endtoend/Hub.h"
 #include "tests/endtoend/Stage.h"
 
 #include <QElapsedTimer>
@@ -47,6 +48,8 @@ private slots:
     void deviceIsNotFound_data();
     void deviceIsNotFound();
     void aLateDeviceIsFoundByTheNextClick();
+    void hubsComeAndGo_data();
+    void hubsComeAndGo();
     void errorTextIsShown_data();
     void errorTextIsShown();
     void brokenUpgradeShowsAnError_data();
@@ -129,6 +132,39 @@ void tst_Upgrade::aLateDeviceIsFoundByTheNextClick()
 
     QCOMPARE(stage.device.reports().size(), 1);
     QCOMPARE(stage.device.image(), stage.package.firmware);
+}
+
+void tst_Upgrade::hubsComeAndGo_data()
+{
+    QTest::addColumn<bool>("isConnected");
+    QTest::addColumn<QString>("outcome");
+    QTest::newRow("with the device") << true << kSuccess;
+    QTest::newRow("without the device") << false << kNoDevice;
+}
+
+/// Devices come and go during the whole search, since nobody can tell when the program reads which.
+void tst_Upgrade::hubsComeAndGo()
+{
+    QFETCH(const bool, isConnected);
+    QFETCH(const QString, outcome);
+    DeviceBehaviour behaviour;
+    behaviour.returnAfter = 300; // the changes delay it
+    Stage stage(behaviour);
+    if (isConnected) {
+        stage.device.startInApplication();
+    }
+    Hub hub(stage.testbed);
+    QVERIFY(stage.open());
+
+    stage.click(WindowLook::kUpgradeButton);
+    const auto isSearched = [&] {
+        hub.change();
+        return stage.status() != QString("");
+    };
+    QVERIFY(ScreenUser::waitUntil(isSearched, kSoon));
+
+    QTRY_COMPARE_WITH_TIMEOUT(stage.status(), outcome, kSoon);
+    QCOMPARE(stage.device.image(), isConnected ? stage.package.firmware : QByteArray());
 }
 
 void tst_Upgrade::errorTextIsShown_data()
