@@ -44,8 +44,11 @@ test_packages=(
 desktop_packages=(
     mutter libgl1-mesa-dri orca speech-dispatcher xdotool ibus "${qt_desktop_packages[@]}")
 
-# Compiler for the fuzz targets.
-fuzz_packages=(clang libclang-rt-14-dev)
+# Compiler for the fuzz targets. Debian 12 offers its run-time library only by its version.
+fuzz_packages=(clang libclang-rt-dev)
+if grep -qsx 'VERSION_CODENAME=bookworm' /etc/os-release; then
+    fuzz_packages=(clang libclang-rt-14-dev)
+fi
 
 # Linters and dynamic analysis.
 quality_packages=(clang-format clang-tidy cppcheck clazy gcovr shellcheck valgrind)
