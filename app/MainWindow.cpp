@@ -24,7 +24,7 @@ namespace {
 /// The UTF-8 text in \a chunk, up to the first zero byte, where Qt 6 by itself would not stop.
 QString textOf(const QByteArray &chunk)
 {
-    return QString(chunk.constData());
+    return QString::fromUtf8(chunk.constData());
 }
 
 } // namespace
