@@ -113,9 +113,9 @@ void tst_MainWindow::part_data()
     QTest::newRow("status, empty at first")
         << QByteArray("QLabel") << 1 << QRect(35, 100, 430, 30) << QAccessible::StaticText << ""
         << 16 << Qt::ArrowCursor;
-    QTest::newRow("progress bar")
-        << QByteArray("CustomProgressBar") << 0 << QRect(35, 150, 430, 30)
-        << QAccessible::ProgressBar << "Upgrade progress" << usual << Qt::ArrowCursor;
+    QTest::newRow("progress bar") << QByteArray("CustomProgressBar") << 0 << QRect(35, 150, 430, 30)
+                                  << QAccessible::ProgressBar << "Upgrade progress" << usual
+                                  << Qt::ArrowCursor;
     QTest::newRow("upgrade button, by its text")
         << QByteArray("MButton") << 1 << QRect(170, 200, 160, 36) << QAccessible::PushButton
         << "Start Upgrade" << 16 << Qt::PointingHandCursor;
