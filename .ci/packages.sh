@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
-# Sourced by the scripts: the lists of packages, install_missing PACKAGE… for Debian, and
-# install_homebrew for macOS. FW_UPDATE_QT chooses the version of Qt, 5 by default; a script's option
+# Sourced by the scripts: the lists of packages by their names in Debian, install_missing PACKAGE… for
+# Debian, Ubuntu and Fedora, and install_homebrew for macOS. FW_UPDATE_QT chooses the version of Qt, 5 by default; a script's option
 # --qt6 sets it for the scripts that it calls, too.
 # shellcheck shell=bash disable=SC2034
 
@@ -67,6 +67,45 @@ packaging_packages=(
 # Builds and tests the packages in fresh systems.
 distribution_packages=(autopkgtest debootstrap)
 
+# What Fedora calls the packages for the demo and the tests. We have not tried these names.
+fedora_names='
+    at-spi2-core            at-spi2-core
+    clang                   clang
+    cmake                   cmake
+    dbus-daemon             dbus-daemon
+    doxygen                 doxygen
+    fonts-dejavu-core       dejavu-sans-fonts
+    g++                     gcc-c++
+    libclang-rt-14-dev      compiler-rt
+    libhidapi-dev           hidapi-devel
+    libprotobuf-dev         protobuf-devel
+    libqt5serialport5-dev   qt5-qtserialport-devel
+    libssl-dev              openssl-devel
+    libudev-dev             systemd-devel
+    libumockdev-dev         umockdev-devel
+    libx11-dev              libX11-devel
+    libxtst-dev             libXtst-devel
+    libzip-dev              libzip-devel
+    locales                 glibc-locale-source
+    ninja-build             ninja-build
+    pkg-config              pkgconf-pkg-config
+    protobuf-compiler       protobuf-compiler
+    python3-serial          python3-pyserial
+    qt6-base-dev            qt6-qtbase-devel
+    qt6-base-private-dev    qt6-qtbase-private-devel
+    qt6-serialport-dev      qt6-qtserialport-devel
+    qt6-tools-dev           qt6-qttools-devel
+    qt6-wayland             qt6-qtwayland
+    qtbase5-dev             qt5-qtbase-devel
+    qtbase5-private-dev     qt5-qtbase-private-devel
+    qttools5-dev            qt5-qttools-devel
+    qtwayland5              qt5-qtwayland
+    umockdev                umockdev
+    weston                  weston
+    xvfb                    xorg-x11-server-Xvfb
+    xwayland                xorg-x11-server-Xwayland
+    zlib1g-dev              zlib-devel'
+
 homebrew_packages=(cmake ninja pkg-config qt hidapi)
 
 has_homebrew() { brew list "$1" >/dev/null 2>&1; }
@@ -91,36 +130,65 @@ install_homebrew() {
     export CMAKE_PREFIX_PATH
 }
 
-is_installed() {
-    dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
+is_fedora() { command -v dnf >/dev/null && ! command -v apt-get >/dev/null; }
+
+# Prints what Fedora calls a Debian package.
+fedora_name() {
+    local debian fedora
+    while read -r debian fedora; do
+        if [ "$debian" = "$1" ]; then
+            echo "$fedora"
+            return
+        fi
+    done <<<"$fedora_names"
+    echo "Fedora's name of the package $1 is missing in .ci/packages.sh." >&2
+    return 1
 }
 
-# Installs those of the given Debian packages that are missing.
-install_missing() {
-    local package missing=() as_root=()
-    if ! command -v apt-get >/dev/null; then
-        echo "There is no apt here. Install the equivalents of these Debian packages: $*" >&2
-        return 0
+is_installed() {
+    if is_fedora; then
+        rpm --query --quiet --whatprovides "$1"
+    else
+        dpkg-query --show --showformat='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
     fi
-    for package in "$@"; do
-        is_installed "$package" || missing+=("$package")
-    done
-    if [ ${#missing[@]} -eq 0 ]; then
-        return 0
-    fi
+}
+
+# Installs packages by their names on this system.
+install_as_root() {
+    local as_root=() install
     if [ "$(id -u)" -ne 0 ]; then
         as_root=(sudo)
         if ! command -v sudo >/dev/null; then
-            echo "These packages are missing; run as root or install sudo: ${missing[*]}" >&2
+            echo "These packages are missing; run as root or install sudo: $*" >&2
             return 1
         fi
     fi
-    echo "installing: ${missing[*]}"
-    # If an archive cannot be reached, the packages may still come from another one.
-    "${as_root[@]}" apt-get update -qq || true
-    if ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y \
-        --no-install-recommends "${missing[@]}" >/dev/null; then
-        echo "These packages could not be installed: ${missing[*]}" >&2
+    echo "installing: $*"
+    if is_fedora; then
+        install=(dnf install --quiet --assumeyes --setopt=install_weak_deps=False)
+    else
+        install=(env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends)
+        # If an archive cannot be reached, the packages may still come from another one.
+        "${as_root[@]}" apt-get update -qq || true
+    fi
+    if ! "${as_root[@]}" "${install[@]}" "$@" >/dev/null; then
+        echo "These packages could not be installed: $*" >&2
         return 1
     fi
+}
+
+# Installs those of the given Debian packages, or Fedora's equivalents, that are missing.
+install_missing() {
+    local package missing=()
+    if ! command -v apt-get >/dev/null && ! is_fedora; then
+        echo "There is neither apt nor dnf here. Install the equivalents of these Debian packages: $*" >&2
+        return 0
+    fi
+    for package in "$@"; do
+        if is_fedora; then
+            package=$(fedora_name "$package") || return
+        fi
+        is_installed "$package" || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] || install_as_root "${missing[@]}"
 }

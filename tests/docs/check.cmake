@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Every link in the documents has a target, the manual of the kit has a section on each class, and
-# README.md installs the same packages as the scripts.
+# Every link in the documents has a target, the manual of the kit has a section on each class,
+# README.md installs the same packages as the scripts, and Fedora has a name for each.
 cmake_minimum_required(VERSION 3.25)
 
 file(GLOB documents ${ROOT}/*.md ${ROOT}/docs/*.md)
@@ -36,5 +36,11 @@ foreach(qt IN ITEMS 5 6)
         if(packages STREQUAL "\n" OR place EQUAL -1)
             message(SEND_ERROR "README.md does not install ${list} for Qt ${qt}: ${packages}")
         endif()
+    endforeach()
+    foreach(list IN ITEMS build simulator test fuzz)
+        execute_process(
+            COMMAND bash -euc "FW_UPDATE_QT=${qt}; . .ci/packages.sh
+                for name in \"\${${list}_packages[@]}\"; do fedora_name \"$name\"; done"
+            WORKING_DIRECTORY ${ROOT} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
 endforeach()
