@@ -77,6 +77,7 @@ fedora_names='
     fonts-dejavu-core       dejavu-sans-fonts
     g++                     gcc-c++
     libclang-rt-14-dev      compiler-rt
+    libclang-rt-dev         compiler-rt
     libhidapi-dev           hidapi-devel
     libprotobuf-dev         protobuf-devel
     libqt5serialport5-dev   qt5-qtserialport-devel
