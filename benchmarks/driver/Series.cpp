@@ -11,6 +11,15 @@ void Series::add(double value)
     m_values.insert(std::upper_bound(m_values.begin(), m_values.end(), value), value);
 }
 
+Series Series::times(double factor) const
+{
+    Series result;
+    for (const double value : m_values) {
+        result.add(value * factor);
+    }
+    return result;
+}
+
 double Series::quantile(double share) const
 {
     if (m_values.empty()) {

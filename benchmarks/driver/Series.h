@@ -11,6 +11,9 @@ class Series
 public:
     void add(double value);
 
+    /// All values, multiplied by \a factor.
+    Series times(double factor) const;
+
     bool isEmpty() const { return m_values.empty(); }
 
     double median() const { return quantile(0.5); }

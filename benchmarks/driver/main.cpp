@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
+#include "benchmarks/driver/CrowdRuns.h"
 #include "benchmarks/driver/DesktopRuns.h"
 #include "benchmarks/driver/DisplayServer.h"
 #include "benchmarks/driver/InProcessRuns.h"
@@ -68,6 +69,7 @@ Rows measure(const QString &program, int rounds)
     rows += RunningRuns::run(spectator, installation, bare.filePath("animated-window"), variables,
                              (rounds + 1) / 2);
     rows += InProcessRuns::run(here.filePath("inprocess.run/inprocess"), variables, rounds);
+    rows += CrowdRuns::run(here.filePath("inprocess.run/inprocess"), variables, (rounds + 1) / 2);
     rows += installation.rows();
     rows += DesktopRuns::run(installation.program(), Installation(program).program(),
                              (rounds + 1) / 2);
