@@ -6,6 +6,7 @@
 #include "tests/support/ProgramStage.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QtTest>
 
@@ -127,7 +128,10 @@ void tst_Start::namesItsButtonsAndKeepsNoPicture()
 {
     QProcessEnvironment environment = usersEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
-    environment.insert("LD_PRELOAD", START_PROBE);
+    // Its path may contain a space, which would end it in LD_PRELOAD.
+    const QFileInfo probe(START_PROBE);
+    environment.insert("LD_LIBRARY_PATH", probe.path());
+    environment.insert("LD_PRELOAD", probe.fileName());
     QProcess program;
     program.setProcessEnvironment(environment);
     program.start(FW_UPDATE_PROGRAM, QStringList());
