@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include <utility>
+
 namespace {
 
 struct Desktop
@@ -56,7 +58,7 @@ Rows DesktopRuns::run(const QString &bareProgram, const QString &program, int ro
         }
     }
     Rows rows;
-    for (const Desktop &desktop : qAsConst(desktops)) {
+    for (const Desktop &desktop : std::as_const(desktops)) {
         rows += {{"Resident memory, " + desktop.name, "MB", bare.name, desktop.resident,
                   bare.resident, Row::Gate, kLimit},
                  {"Page faults, " + desktop.name, "", bare.name, desktop.faults, bare.faults,

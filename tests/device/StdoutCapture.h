@@ -17,7 +17,9 @@ public:
     StdoutCapture()
     {
         std::fflush(stdout);
-        m_file.open();
+        if (!m_file.open()) {
+            qFatal("cannot create a temporary file");
+        }
         m_original = dup(STDOUT_FILENO);
         dup2(m_file.handle(), STDOUT_FILENO);
     }

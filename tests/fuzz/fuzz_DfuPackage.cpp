@@ -17,7 +17,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static const QString path = folder.filePath("package.zip");
 
     QFile file(path);
-    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        std::abort();
+    }
     file.write(reinterpret_cast<const char *>(data), static_cast<qint64>(size));
     file.close();
 

@@ -19,6 +19,8 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 
+#include <cstdlib>
+
 using PointerEvents::Open;
 
 namespace {
@@ -130,7 +132,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const int count = static_cast<std::int8_t>(input.byte());
     const int width = input.byte();
     QFile file(path);
-    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        std::abort();
+    }
     if (width == 0) {
         file.write(input.rest());
     } else {

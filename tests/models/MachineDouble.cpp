@@ -98,10 +98,10 @@ MachineDouble::MachineDouble()
 
 MachineDouble::~MachineDouble()
 {
-    for (const QPointer<QTimer> &timer : qAsConst(timers)) {
+    for (const QPointer<QTimer> &timer : std::as_const(timers)) {
         delete timer.data();
     }
-    for (const QPointer<QProcess> &tool : qAsConst(tools)) {
+    for (const QPointer<QProcess> &tool : std::as_const(tools)) {
         delete tool.data();
     }
     unread.clear();

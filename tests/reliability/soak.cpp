@@ -19,7 +19,9 @@ constexpr qint64 kKilobyte = 1024;
 qint64 statusLine(const char *name)
 {
     QFile file("/proc/self/status");
-    file.open(QIODevice::ReadOnly);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return -1;
+    }
     const QList<QByteArray> lines = file.readAll().split('\n');
     for (const QByteArray &line : lines) {
         if (line.startsWith(name)) {

@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QTimer>
 
+#include <utility>
+
 namespace {
 
 /// Whether the host has set up the device on this controller of dummy_hcd. Until then, the state of
@@ -165,7 +167,7 @@ void GadgetDevice::leave()
     }
     m_hostTimer->stop();
     m_sinceLeft.start();
-    for (DeviceFile *const file : qAsConst(m_files)) {
+    for (DeviceFile *const file : std::as_const(m_files)) {
         file->close();
         file->deleteLater();
     }
