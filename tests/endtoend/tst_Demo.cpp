@@ -225,9 +225,16 @@ void tst_Demo::refusesWhatItDoesNotKnow_data()
         << QByteArray("demo: /usr is not an executable file\n");
     QTest::newRow("a preset") << TEST_SCRIPT << QStringList{"explode"}
                               << QByteArray("test: unknown preset explode\n");
-    QTest::newRow("no folder for temporary files")
+    const QByteArray noTemporaryFolder = ": /proc is not writable; set TMPDIR to another folder\n";
+    QTest::newRow("tests without a folder for temporary files")
         << "env" << QStringList{"TMPDIR=/proc", TEST_SCRIPT, "explode"}
-        << QByteArray("test: /proc is not writable; set TMPDIR to a folder that is\n");
+        << "test" + noTemporaryFolder;
+    QTest::newRow("the demo without a folder for temporary files")
+        << "env" << QStringList{"TMPDIR=/proc", DEMO_SCRIPT, "--headless", "--build", BUILD_FOLDER}
+        << "demo" + noTemporaryFolder;
+    QTest::newRow("a build that is not writable")
+        << DEMO_SCRIPT << QStringList{"--build", "/proc"}
+        << QByteArray("demo: /proc is not writable; copy it to another folder\n");
     QTest::newRow("a missing package") << DEMO_SCRIPT << QStringList{"--package", "/missing"}
                                        << QByteArray("demo: /missing does not exist\n");
 }
