@@ -136,7 +136,7 @@ QStringList ScreenUser::windowClass() const
     if (m_title.isEmpty() || window == 0 || XGetClassHint(m_display, window, &hint) == 0) {
         return {};
     }
-    const QStringList names = {hint.res_name, hint.res_class};
+    QStringList names = {hint.res_name, hint.res_class};
     XFree(hint.res_name);
     XFree(hint.res_class);
     return names;

@@ -42,7 +42,7 @@ Setting attached(const Testbed::UsbDevice &device, const QVector<Testbed::HidInt
 Setting openFails(bool first, bool second)
 {
     return [=](Testbed &testbed) {
-        const QStringList nodes = attached(kTarget, {kTrigger, kTrigger})(testbed);
+        QStringList nodes = attached(kTarget, {kTrigger, kTrigger})(testbed);
         testbed.setOpenFails(nodes.at(0), first);
         testbed.setOpenFails(nodes.at(1), second);
         return nodes;
@@ -51,7 +51,7 @@ Setting openFails(bool first, bool second)
 
 QStringList writeFails(Testbed &testbed)
 {
-    const QStringList nodes = attached(kTarget, {kTrigger})(testbed);
+    QStringList nodes = attached(kTarget, {kTrigger})(testbed);
     testbed.setWriteFails(nodes.first(), true);
     return nodes;
 }
