@@ -107,6 +107,8 @@ int main(int argc, char *argv[])
 {
     // The program may be closed at any time, which must not interrupt writing to the device.
     std::signal(SIGPIPE, SIG_IGN);
+    // With another encoding, Qt 6.11 writes a warning, which the program shows as the tool's error.
+    qputenv("LC_ALL", "C.UTF-8");
 
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
