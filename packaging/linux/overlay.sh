@@ -18,13 +18,13 @@ if [[ -z ${FW_UPDATE_TRIAL:-} ]]; then
     exit
 fi
 
-root=$FW_UPDATE_TRIAL/root
+root=$FW_UPDATE_TRIAL/files
 
 # overlay SYSTEM: mounts the file system in the folder SYSTEM at $root. Memory takes all writes.
 overlay() {
     ! mountpoint --quiet "$FW_UPDATE_TRIAL" || umount --recursive "$FW_UPDATE_TRIAL"
     mount -t tmpfs -o mode=0755 none "$FW_UPDATE_TRIAL"
-    mkdir "$FW_UPDATE_TRIAL"/{upper,work,root}
+    mkdir "$FW_UPDATE_TRIAL"/{upper,work,files}
     mount -t overlay none "$root" \
         -o "lowerdir=$1,upperdir=$FW_UPDATE_TRIAL/upper,workdir=$FW_UPDATE_TRIAL/work"
     mount -t proc none "$root/proc"
