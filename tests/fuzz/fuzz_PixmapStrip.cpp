@@ -129,7 +129,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     FuzzBytes input(data, size);
     const int which = input.byte();
-    const int count = static_cast<std::int8_t>(input.byte());
+    const int count = int(input.byte()) - 128;
     const int width = input.byte();
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {

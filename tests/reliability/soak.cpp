@@ -42,7 +42,7 @@ qint64 resident()
 qint64 allocated()
 {
     const auto info = ::mallinfo2();
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
+    return static_cast<qint64>(info.uordblks) + static_cast<qint64>(info.hblkhd);
 }
 
 /// Processes events until \a isDone, for at most a quarter of an hour. Returns how long the longest
@@ -87,7 +87,7 @@ void soak::upgrades_data()
     // Each one leaves its timer ticking.
     QTest::newRow("failed") << 300 << QByteArray("echo 'No such port' >&2; exit 1\n")
                             << "No such port\n"
-                            << 300 * 2 * kKilobyte;
+                            << 300LL * 2 * kKilobyte;
 }
 
 void soak::upgrades()
