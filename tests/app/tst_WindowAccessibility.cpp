@@ -42,6 +42,7 @@ void tst_WindowAccessibility::initTestCase()
 void tst_WindowAccessibility::window()
 {
     MainWindow window;
+    window.show(); // Qt 6.11 names only windows that have been shown
     QCOMPARE(interfaceOf(&window)->role(), QAccessible::Window);
     QCOMPARE(interfaceOf(&window)->text(QAccessible::Name), QString("FW Update"));
 }

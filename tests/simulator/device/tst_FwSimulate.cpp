@@ -97,7 +97,7 @@ tst_FwSimulate::Outcome tst_FwSimulate::run(const QString &command) const
 {
     QProcessEnvironment environment;
     environment.insert("PATH", path("installed/bin") + ":/usr/bin:/bin");
-    for (const char *name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    for (const char *name : {"ASAN_OPTIONS", "LC_ALL", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
         environment.insert(name, qEnvironmentVariable(name));
     }
     QProcess shell;
