@@ -17,9 +17,11 @@ namespace {
 void note(const QAccessibleEvent *event, QStringList *spoken)
 {
     const QAccessibleInterface *const interface = event->accessibleInterface();
+    if (interface == nullptr || event->type() != QAccessible::ObjectShow) {
+        return; // Qt 6.11 also tells about objects without an interface
+    }
     const QString text = interface->text(QAccessible::Name);
-    if (event->type() == QAccessible::ObjectShow && !text.isEmpty()
-        && interface->role() == QAccessible::Notification) {
+    if (!text.isEmpty() && interface->role() == QAccessible::Notification) {
         spoken->append(text);
     }
 }
