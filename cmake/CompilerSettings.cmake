@@ -44,3 +44,13 @@ endif()
 function(fw_throws_nothing target)
     target_compile_options(${target} PRIVATE -fno-exceptions)
 endfunction()
+
+# For a library of which a program uses only a part: the linker can leave out the rest.
+function(fw_can_be_used_in_part target)
+    target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections)
+endfunction()
+
+function(fw_leaves_out_unused_code target)
+    target_link_options(${target} PRIVATE
+        -Wl,$<IF:$<PLATFORM_ID:Darwin>,-dead_strip,--gc-sections>)
+endfunction()
