@@ -23,11 +23,11 @@ constexpr QSize kSize(100, 40);
 /// How a class writes the caption that its constructor gets.
 struct Caption
 {
-    const char *className;
-    std::unique_ptr<QPushButton> (*make)(const QString &text);
-    void (*dress)(QPushButton &button, const QString &picture);
-    QRect (*place)(const QSize &button); ///< while no icon rectangle is set
-    int flags; ///< of QPainter::drawText
+    const char *className = nullptr;
+    std::unique_ptr<QPushButton> (*make)(const QString &text) = nullptr;
+    void (*dress)(QPushButton &button, const QString &picture) = nullptr;
+    QRect (*place)(const QSize &button) = nullptr; ///< while no icon rectangle is set
+    int flags = 0; ///< of QPainter::drawText
     QColor normal;
     QColor active; ///< hovered or pressed
 };

@@ -68,7 +68,7 @@ QString savePlain(const QTemporaryDir &folder, int first, int count, const QSize
         painter.drawImage(i * size.width(), 0, plain(first + i, size, green));
     }
     painter.end();
-    const QString path
+    QString path
         = folder.filePath(QString("%1-%2-%3.png").arg(first).arg(strip.width()).arg(green));
     if (!strip.save(path)) {
         qFatal("cannot save a test picture");
