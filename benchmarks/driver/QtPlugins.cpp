@@ -30,7 +30,7 @@ void QtPlugins::restrictTo(const QDir &folder)
 {
     const QString all = QLibraryInfo::location(QLibraryInfo::PluginsPath) + '/';
     for (const char *known : {"platforms/libqxcb.so", "imageformats/libqgif.so"}) {
-        const QString package = query({"--search", all + known}).first().section(": ", 0, 0);
+        const QString package = query({"--search", all + known}).constFirst().section(": ", 0, 0);
         for (const QString &file : query({"--listfiles", package})) {
             const QString link = folder.filePath("plugins/" + file.mid(all.size()));
             if (file.startsWith(all) && file.endsWith(".so") && !QFileInfo::exists(link)) {
@@ -39,6 +39,6 @@ void QtPlugins::restrictTo(const QDir &folder)
             }
         }
     }
-    QSettings(folder.filePath("qt.conf"), QSettings::IniFormat)
-        .setValue("Paths/Plugins", folder.filePath("plugins"));
+    QSettings settings(folder.filePath("qt.conf"), QSettings::IniFormat);
+    settings.setValue("Paths/Plugins", folder.filePath("plugins"));
 }

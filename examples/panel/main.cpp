@@ -28,6 +28,7 @@ int main(int argc, char *argv[])
         button->setColor(colors.at(i));
         button->setToolTip(colors.at(i).name()); // its name for screen readers
         button->setGeometry(10 + 30 * i, 90, 20, 20);
+        // The captured objects live as long as the window. clazy:excludeall=lambda-in-connect
         QObject::connect(button, &ColorButton::toggled, &window, [&, i] {
             area.setAreaColor(colors.at(i));
             area.update();

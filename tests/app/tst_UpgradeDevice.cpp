@@ -170,7 +170,7 @@ void tst_UpgradeDevice::portOfTheFirstDevice()
     m_stage->testbed.addSerialPort(other, "/dev/cu.usbmodem1");
     m_stage->addPort("/dev/cu.usbmodem2");
     // The list is sorted by device, not by name.
-    const QString first = QSerialPortInfo::availablePorts().first().systemLocation();
+    const QString first = QSerialPortInfo::availablePorts().constFirst().systemLocation();
     QCOMPARE(first, QString("/dev/cu.usbmodem2"));
     m_stage->click();
     QCOMPARE(chosenPort(), first);

@@ -13,8 +13,8 @@ InstalledProgram::InstalledProgram(const QStringList &plugins)
 {
     link(QCoreApplication::libraryPaths().constFirst(), plugins);
     QFile::copy(FW_UPDATE_PROGRAM, path());
-    QSettings(m_folder.filePath("qt.conf"), QSettings::IniFormat)
-        .setValue("Paths/Plugins", m_folder.filePath("plugins"));
+    QSettings settings(m_folder.filePath("qt.conf"), QSettings::IniFormat);
+    settings.setValue("Paths/Plugins", m_folder.filePath("plugins"));
 }
 
 void InstalledProgram::addPlugins(const QString &source)

@@ -33,7 +33,7 @@ void tell()
 /// Called in the application object's constructor. The window exists once events are processed.
 void waitForWindow()
 {
-    QTimer::singleShot(0, tell);
+    QTimer::singleShot(0, qApp, tell);
 }
 
 } // namespace

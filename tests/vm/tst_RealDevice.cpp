@@ -75,7 +75,7 @@ void tst_RealDevice::upgrade()
     QCOMPARE(device.reports(), reports);
     QCOMPARE(device.images(), QList<QByteArray>{stage.imageHash()});
     QTRY_COMPARE(device.timesAway().size(), inBootloader ? 1 : 2);
-    QVERIFY(device.timesAway().first() > returnAfter - kTolerance);
+    QVERIFY(device.timesAway().constFirst() > returnAfter - kTolerance);
     QVERIFY(stage.close());
 }
 
@@ -114,7 +114,7 @@ void tst_RealDevice::deviceComesBackTooLate()
 
     QTRY_COMPARE(DeviceProcess::ports(), 1);
     QTRY_COMPARE(device.timesAway().size(), 1); // reported shortly after the port appears
-    QVERIFY(device.timesAway().first() > 2500 - kTolerance);
+    QVERIFY(device.timesAway().constFirst() > 2500 - kTolerance);
     stage.click(WindowLook::kUpgradeButton);
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), kSuccess, kSoon);
     QCOMPARE(device.reports(), kTheReport);

@@ -193,7 +193,8 @@ void tst_ButtonEvents::repaintsAroundAClick()
     QCOMPARE(counter.take(), 1 + second);
 
     int untilClick = 0;
-    connect(subject.button.get(), &QAbstractButton::clicked, [&] { untilClick = counter.take(); });
+    connect(subject.button.get(), &QAbstractButton::clicked, this,
+            [&] { untilClick = counter.take(); });
     subject.act(LeftRelease, kInside);
     QCOMPARE(untilClick, 1);
     QCOMPARE(counter.take(), second);

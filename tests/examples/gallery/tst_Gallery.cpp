@@ -148,9 +148,9 @@ void tst_Gallery::controlsChangeLiveWidgets()
 
     const QMap<QString, QImage> after = cardPictures(gallery);
     QStringList changed;
-    for (const QString &name : before.keys()) {
-        if (after.value(name) != before.value(name)) {
-            changed << name;
+    for (auto picture = before.cbegin(); picture != before.cend(); ++picture) {
+        if (after.value(picture.key()) != picture.value()) {
+            changed << picture.key();
         }
     }
     QCOMPARE(changed, changing);

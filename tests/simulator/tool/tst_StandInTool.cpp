@@ -234,8 +234,8 @@ void tst_StandInTool::refusesAMissingPackage()
     QCOMPARE(process.finish(), 2);
     QCOMPARE(process.out(), Chunks());
     QCOMPARE(process.err().size(), 1);
-    QVERIFY(process.err().first().startsWith("Error: "));
-    QVERIFY(process.err().first().contains(path("dfu.zip").toUtf8()));
+    QVERIFY(process.err().constFirst().startsWith("Error: "));
+    QVERIFY(process.err().constFirst().contains(path("dfu.zip").toUtf8()));
 }
 
 void tst_StandInTool::refusesOtherArguments_data()
