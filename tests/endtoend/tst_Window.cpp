@@ -35,6 +35,7 @@ private slots:
     void upgrades();
     void isDraggedByItsBand_data();
     void isDraggedByItsBand();
+    void isDraggedAfterAClick();
     void pointerWorksAfterADrag();
     void looksTheSameAsOnX();
 };
@@ -142,6 +143,17 @@ void tst_Window::isDraggedByItsBand()
     QTRY_COMPARE_WITH_TIMEOUT(stage.status(), QString(StatusText::kNotFound), kSoon);
 
     QCOMPARE(stage.position(), after);
+}
+
+/// Qt calls the second of two quick presses a double click, also if only this one is in the band.
+void tst_Window::isDraggedAfterAClick()
+{
+    constexpr QPoint kBelow(20, 91);
+    constexpr QPoint kInside(20, 88);
+    Stage stage;
+    QVERIFY(stage.open());
+    stage.click(kBelow);
+    QVERIFY(stage.drag(kInside, stage.inward({100, 0}), Qt::LeftButton, kSoon));
 }
 
 void tst_Window::pointerWorksAfterADrag()
