@@ -70,7 +70,7 @@ Rows Installation::rows() const
     QProcess readelf;
     readelf.start("readelf", {"-d", program()});
     readelf.waitForFinished();
-    const double needed = readelf.readAllStandardOutput().count("(NEEDED)");
+    const double needed = int(readelf.readAllStandardOutput().count("(NEEDED)"));
     const double size = static_cast<double>(QFileInfo(program()).size()) / 1000;
     return {
         {"Size of the stripped program", "kB", "", one(size), {}, Row::Gate, kLargestFile},

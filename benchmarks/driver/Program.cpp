@@ -62,7 +62,7 @@ int libraries(const QString &proc)
     while (matches.hasNext()) {
         names.insert(matches.next().captured());
     }
-    return names.size();
+    return int(names.size());
 }
 
 double wakeUps(const QString &proc)

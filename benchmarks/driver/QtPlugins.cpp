@@ -3,9 +3,9 @@
 
 #include "benchmarks/driver/QtPlugins.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <QLibraryInfo>
 #include <QProcess>
 #include <QSettings>
 #include <QtDebug>
@@ -28,7 +28,7 @@ QStringList query(const QStringList &arguments)
 
 void QtPlugins::restrictTo(const QDir &folder)
 {
-    const QString all = QLibraryInfo::location(QLibraryInfo::PluginsPath) + '/';
+    const QString all = QCoreApplication::libraryPaths().constFirst() + '/';
     for (const char *known : {"platforms/libqxcb.so", "imageformats/libqgif.so"}) {
         const QString package = query({"--search", all + known}).constFirst().section(": ", 0, 0);
         for (const QString &file : query({"--listfiles", package})) {
