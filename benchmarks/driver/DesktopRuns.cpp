@@ -6,7 +6,7 @@
 #include "benchmarks/driver/DesktopSession.h"
 #include "benchmarks/driver/Program.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -32,13 +32,16 @@ void once(const QString &path, Desktop &desktop)
     Program::Variables variables = session.variables();
     variables.insert("XDG_CURRENT_DESKTOP", desktop.current);
     const QTemporaryDir folder;
-    const QString errors = folder.filePath("errors");
-    const Program program(path, variables, errors);
+    QFile errors(folder.filePath("errors"));
+    const Program program(path, variables, errors.fileName());
     QThread::sleep(kUntilPainted);
     const Program::Costs costs = program.costs();
     desktop.resident.add(costs.residentKilobytes / 1024);
     desktop.faults.add(costs.pageFaults);
-    desktop.errors.add(static_cast<double>(QFileInfo(errors).size()));
+    desktop.errors.add(static_cast<double>(errors.size()));
+    if (errors.size() > 0 && errors.open(QIODevice::ReadOnly)) {
+        qWarning("%s: %s", qPrintable(desktop.name), errors.readAll().trimmed().constData());
+    }
 }
 
 } // namespace
