@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The FW Update developers
 // SPDX-License-Identifier: MIT
 
-#include "simulator/demo/WindowLook.h"
 #include "tests/endtoend/InstalledProgram.h"
 #include "tests/support/ProgramStage.h"
 
@@ -117,7 +116,8 @@ void tst_Start::loadsOnlyPluginsAskedFor()
     expected.sort();
     QCOMPARE(loadedPlugins(program.processId()), expected.join(' '));
 
-    user.click(WindowLook::kCloseButton);
+    // Not by its button: on a busy machine, Qt's Wayland plugin may leave 80 bytes behind then.
+    program.terminate();
     QVERIFY(program.waitForFinished());
     // Qt complains about a probe, which does nothing.
     if (asked.isEmpty()) {
