@@ -81,7 +81,10 @@ std::vector<QByteArray> environmentWith(Program::Variables variables)
     variables.insert("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     std::vector<QByteArray> environment;
     for (auto entry = variables.begin(); entry != variables.end(); ++entry) {
-        environment.push_back(entry.key() + '=' + entry.value());
+        // Qt 6 looks for a Wayland desktop even if the name of its display is empty.
+        if (!entry.value().isEmpty()) {
+            environment.push_back(entry.key() + '=' + entry.value());
+        }
     }
     for (char **entry = environ; *entry != nullptr; ++entry) {
         const QByteArray name = QByteArray(*entry).split('=').first();

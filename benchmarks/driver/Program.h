@@ -17,6 +17,7 @@ class Program
 {
 public:
     using Clock = std::chrono::steady_clock;
+    /// An empty value hides that of the caller.
     using Variables = QMap<QByteArray, QByteArray>;
 
     struct Costs
