@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The FW Update developers
 # SPDX-License-Identifier: MIT
-# Sourced by the scripts: the lists of packages by their names in Debian, install_missing PACKAGE… for
-# Debian, Ubuntu and Fedora, and install_homebrew for macOS. FW_UPDATE_QT chooses the version of Qt, 5 by default; a script's option
-# --qt6 sets it for the scripts that it calls, too.
+# Sourced by the scripts: the lists of packages by their names in Debian, install_missing PACKAGE…
+# for Debian, Ubuntu and Fedora, and install_homebrew for macOS. FW_UPDATE_QT chooses the version of
+# Qt, 5 by default; a script's option --qt6 sets it for the scripts that it calls, too.
 # shellcheck shell=bash disable=SC2034
 
 if [ "${FW_UPDATE_QT:-5}" = 6 ]; then
