@@ -4,6 +4,7 @@
 #include "app/Desktop.h"
 
 #include "app/MainWindow.h"
+#include "app/ReaderConnection_linux.h"
 #include "app/SystemMove_linux.h"
 #include "widgets/QtCompat.h"
 
@@ -129,6 +130,9 @@ ApplicationPointer Desktop::startQt(int &argc, char **argv)
     // It would also load the driver for any window that the program might paint with it.
     const char *const graphics = runsOnWayland() ? kGraphicsOnWayland : kGraphicsOnX;
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets, !qEnvironmentVariableIsSet(graphics));
+    if (runsOnWayland()) {
+        new ReaderConnection(*application);
+    }
     if (QGuiApplication::platformName() != "xcb" || !m_makesPointPixel || !m_findsScale) {
         return application;
     }
