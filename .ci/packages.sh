@@ -5,6 +5,8 @@
 # Qt, 5 by default; a script's option --qt6 sets it for the scripts that it calls, too.
 # shellcheck shell=bash disable=SC2034
 
+is_bookworm() { grep -qsx 'VERSION_CODENAME=bookworm' /etc/os-release; }
+
 if [ "${FW_UPDATE_QT:-5}" = 6 ]; then
     qt_suffix=-qt6 # of presets and build folders
     qt_packages=(qt6-base-dev qt6-serialport-dev)
@@ -21,8 +23,10 @@ else
     qt_designer_packages=(qttools5-dev)
     wayland_packages=(qtwayland5)
     qt_desktop_packages=(
-        qt5-gtk-platformtheme plasma-integration kde-style-breeze kimageformat-plugins
-        fcitx5-frontend-qt5)
+        qt5-gtk-platformtheme adwaita-qt qt5-image-formats-plugins fcitx5-frontend-qt5)
+    if is_bookworm; then # later releases of KDE need Qt 6
+        qt_desktop_packages+=(plasma-integration kde-style-breeze kimageformat-plugins)
+    fi
 fi
 
 build_packages=(
@@ -39,14 +43,14 @@ test_packages=(
     at-spi2-core dbus-daemon doxygen locales python3-serial "${qt_designer_packages[@]}" weston
     xwayland "${wayland_packages[@]}")
 
-# A crowded desktop: GNOME's compositor, a screen reader, and the themes, styles, picture formats and
-# input methods that desktops install for Qt.
+# A crowded desktop: GNOME's compositor, a screen reader, and the themes, styles, picture formats
+# and input methods that desktops install for Qt.
 desktop_packages=(
     mutter libgl1-mesa-dri orca speech-dispatcher xdotool ibus "${qt_desktop_packages[@]}")
 
 # Compiler for the fuzz targets. Debian 12 offers its run-time library only by its version.
 fuzz_packages=(clang libclang-rt-dev)
-if grep -qsx 'VERSION_CODENAME=bookworm' /etc/os-release; then
+if is_bookworm; then
     fuzz_packages=(clang libclang-rt-14-dev)
 fi
 
@@ -61,8 +65,8 @@ machine_packages=(qemu-system-x86 busybox-static udev systemd)
 
 # Builds and checks the packages.
 packaging_packages=(
-    appstream blhc clang debhelper desktop-file-utils dpkg-dev icnsutils libglib2.0-bin librsvg2-bin
-    lintian lld llvm python3 strace udev xdotool)
+    appstream blhc build-essential clang debhelper desktop-file-utils dpkg-dev icnsutils
+    libglib2.0-bin librsvg2-bin lintian lld llvm python3 strace udev xdotool)
 
 # Builds and tests the packages in fresh systems.
 distribution_packages=(autopkgtest debootstrap)
@@ -182,7 +186,7 @@ install_as_root() {
 install_missing() {
     local package missing=()
     if ! command -v apt-get >/dev/null && ! is_fedora; then
-        echo "There is neither apt nor dnf here. Install the equivalents of these Debian packages: $*" >&2
+        echo "Neither apt nor dnf is here. Install the equivalents of these Debian packages: $*" >&2
         return 0
     fi
     for package in "$@"; do
