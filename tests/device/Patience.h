@@ -24,12 +24,6 @@ private:
     static inline int s_milliseconds = 5000;
 };
 
-// With a time that is no constant, the macros of Qt 6.8 do not compile without warnings.
 #define AWAIT_COMPARE(actual, expected)                                                            \
-    do {                                                                                           \
-        static_cast<void>(                                                                         \
-            QTest::qWaitFor([&] { return (actual) == (expected); }, Patience::milliseconds()));    \
-        QCOMPARE(actual, expected);                                                                \
-    } while (false)
-#define AWAIT_VERIFY(condition)                                                                    \
-    QVERIFY(QTest::qWaitFor([&] { return condition; }, Patience::milliseconds()))
+    QTRY_COMPARE_WITH_TIMEOUT(actual, expected, Patience::milliseconds())
+#define AWAIT_VERIFY(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, Patience::milliseconds())
