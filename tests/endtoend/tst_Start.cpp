@@ -70,9 +70,9 @@ void tst_Start::loadsOnlyPluginsAskedFor_data()
         QTest::newRow(name) << settings << arguments << asked;
     };
     const bool wayland = ProgramStage::isOnWayland();
-    // Qt 6 on X and Qt 6.11 on Wayland load it only for a window that is painted with OpenGL.
+    // Qt 6 on X and Qt 6.8 on Wayland load it only for a window that is painted with OpenGL.
     const QString onX = wayland || QT_VERSION_MAJOR > 5 ? "" : "xcbglintegrations";
-    const bool isEager = wayland && QT_VERSION < QT_VERSION_CHECK(6, 11, 0);
+    const bool isEager = wayland && QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
     const QString onWayland = isEager ? "wayland-graphics-integration-client" : "";
     row("no desktop", {}, {}, "");
     row("GNOME", {"XDG_CURRENT_DESKTOP=GNOME"}, {}, "");
