@@ -22,6 +22,7 @@ private slots:
     void silentUntilTheTimeOut();
 
 private:
+    QByteArray withSearchPath(const QByteArray &script) const;
     void installChmod(const QByteArray &script);
 
     QByteArray m_searchPath;
@@ -45,12 +46,18 @@ void tst_UpgradeTool::cleanup()
     m_folder.reset();
 }
 
+/// A script that finds the system's programs even if the window does not.
+QByteArray tst_UpgradeTool::withSearchPath(const QByteArray &script) const
+{
+    return "PATH='" + m_searchPath + "'\n" + script;
+}
+
 /// Makes a script the only chmod in the search path. It records how it is called.
 void tst_UpgradeTool::installChmod(const QByteArray &script)
 {
     QFile file(m_folder->filePath("chmod"));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\nPATH=" + m_searchPath + "\necho \"$PWD|$*\" >> \"$0.calls\"\n" + script);
+    file.write("#!/bin/sh\n" + withSearchPath("echo \"$PWD|$*\" >> \"$0.calls\"\n" + script));
     file.setPermissions(file.permissions() | QFile::ExeOwner);
 }
 
@@ -88,6 +95,7 @@ void tst_UpgradeTool::chmod()
     QFETCH(QByteArray, error);
     QFETCH(int, processes);
 
+    UpgradeStage::setTool(withSearchPath("exec sleep 1000\n"));
     QFile::setPermissions(UpgradeStage::toolPath(), QFile::ReadOwner | QFile::WriteOwner);
     if (!besideTheTool) {
         QDir::setCurrent(m_folder->path());
