@@ -16,6 +16,7 @@ if [ "${FW_UPDATE_QT:-5}" = 6 ]; then
     qt_desktop_packages=(
         qt6-gtk-platformtheme adwaita-qt6 qt6-image-formats-plugins libqt6svg6
         fcitx5-frontend-qt6)
+    kde_packages=()
 else
     qt_suffix=
     qt_packages=(qtbase5-dev libqt5serialport5-dev)
@@ -24,9 +25,7 @@ else
     wayland_packages=(qtwayland5)
     qt_desktop_packages=(
         qt5-gtk-platformtheme adwaita-qt qt5-image-formats-plugins fcitx5-frontend-qt5)
-    if is_bookworm; then # later releases of KDE need Qt 6
-        qt_desktop_packages+=(plasma-integration kde-style-breeze kimageformat-plugins)
-    fi
+    kde_packages=(plasma-integration kde-style-breeze kimageformat-plugins)
 fi
 
 build_packages=(
@@ -47,6 +46,9 @@ test_packages=(
 # and input methods that desktops install for Qt.
 desktop_packages=(
     mutter libgl1-mesa-dri orca speech-dispatcher xdotool ibus "${qt_desktop_packages[@]}")
+if is_bookworm; then
+    desktop_packages+=("${kde_packages[@]}") # KDE of later releases needs Qt 6
+fi
 
 # Compiler for the fuzz targets. Debian 12 offers its run-time library only by its version.
 fuzz_packages=(clang libclang-rt-dev)
