@@ -37,7 +37,7 @@ std::string hexadecimal(const unsigned char *data, std::size_t length)
     return text;
 }
 
-/// Goes on until no source is left or the time is over, and does not return after a source.
+/// Goes on until no source is left or nothing happens in time.
 void turnRunLoop()
 {
     const DoubleOwned<CFRunLoopSource> source(std::make_unique<CFRunLoopSource>(timer).release());
@@ -45,7 +45,8 @@ void turnRunLoop()
     doublePost(source.get());
     CFRunLoopRunResult result = 0;
     do {
-        result = CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.001, 0);
+        // Returns after each source: on a busy machine, the time may be over before the next one.
+        result = CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.001, 1);
     } while (result != kCFRunLoopRunFinished && result != kCFRunLoopRunTimedOut);
     CFRunLoopSourceInvalidate(source.get());
 }
